@@ -1,0 +1,53 @@
+# Unit tests: one GoogleTest binary of everything under tests/ except the
+# end-to-end, fuzz and benchmark folders. The Windows build's binary runs
+# under Wine through the cross-compiling emulator.
+set(INSTALL_GTEST OFF CACHE BOOL "" FORCE)
+set(gtest_force_shared_crt ON CACHE BOOL "" FORCE)
+add_subdirectory(/usr/src/googletest ${CMAKE_BINARY_DIR}/googletest EXCLUDE_FROM_ALL)
+
+file(GLOB_RECURSE KX_TEST_SOURCES CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/*.cpp)
+list(FILTER KX_TEST_SOURCES EXCLUDE REGEX "/tests/(e2e|fuzz|bench)/")
+list(FILTER KX_TEST_SOURCES EXCLUDE REGEX "/win32/")
+add_executable(kx_tests ${KX_TEST_SOURCES})
+target_link_libraries(kx_tests PRIVATE kx_sim GTest::gtest_main GTest::gmock)
+target_include_directories(kx_tests PRIVATE ${CMAKE_SOURCE_DIR}/tests)
+target_compile_options(kx_tests PRIVATE ${KX_WARNINGS})
+target_compile_definitions(kx_tests PRIVATE KX_TEST_DATA="${CMAKE_SOURCE_DIR}/tests/data")
+
+if(CMAKE_CROSSCOMPILING)
+  add_test(NAME win64.unit COMMAND kx_tests --gtest_brief=1)
+else()
+  include(GoogleTest)
+  gtest_discover_tests(kx_tests DISCOVERY_TIMEOUT 60)
+endif()
+
+# Tests of the kx tool itself, by its command line.
+file(GLOB KX_CLI_TESTS CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/cli/*.sh)
+foreach(t ${KX_CLI_TESTS})
+  get_filename_component(name ${t} NAME_WE)
+  if(CMAKE_CROSSCOMPILING)
+    add_test(NAME win64.cli.${name} COMMAND bash ${t} ${CMAKE_SOURCE_DIR}/scripts/wine-run $<TARGET_FILE:kx>)
+  else()
+    add_test(NAME cli.${name} COMMAND bash ${t} "" $<TARGET_FILE:kx>)
+  endif()
+endforeach()
+
+if(KX_BENCHMARKS AND NOT CMAKE_CROSSCOMPILING)
+  find_package(benchmark REQUIRED)
+  file(GLOB_RECURSE KX_BENCH_SOURCES CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/bench/*.cpp)
+  if(KX_BENCH_SOURCES)
+    add_executable(kx_bench ${KX_BENCH_SOURCES})
+    target_link_libraries(kx_bench PRIVATE kx_sim benchmark::benchmark_main)
+  endif()
+endif()
+
+if(KX_FUZZ)
+  file(GLOB KX_FUZZ_SOURCES CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/fuzz/*.cpp)
+  foreach(f ${KX_FUZZ_SOURCES})
+    get_filename_component(name ${f} NAME_WE)
+    add_executable(${name} ${f})
+    target_link_libraries(${name} PRIVATE kx_sim)
+    target_compile_options(${name} PRIVATE -fsanitize=fuzzer,address,undefined)
+    target_link_options(${name} PRIVATE -fsanitize=fuzzer,address,undefined)
+  endforeach()
+endif()

@@ -1,0 +1,14 @@
+#pragma once
+// The sub-commands of kx; each returns the process exit code.
+#include <string>
+#include <vector>
+
+namespace kx::cli {
+
+int Run(const std::vector<std::string>& args);
+int Eval(const std::vector<std::string>& args);
+int Detect(const std::vector<std::string>& args);
+int Decode(const std::vector<std::string>& args);
+int Save(const std::vector<std::string>& args);
+
+}  // namespace kx::cli

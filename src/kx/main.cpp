@@ -1,0 +1,40 @@
+// kx: the command-line tool. Dry-run playback on the simulated system, the
+// expression evaluator, and the encoding tools, one sub-command each.
+#include <cstdio>
+#include <cstring>
+#include <string>
+#include <vector>
+
+#include "kx/commands.h"
+
+namespace {
+
+struct SubCommand {
+  const char* name;
+  int (*run)(const std::vector<std::string>& args);
+  const char* usage;
+};
+
+constexpr SubCommand kSubCommands[] = {
+    {"run", kx::cli::Run, "run --dry [--speed F] [--loops N] [--stop-at MS] FILE"},
+    {"eval", kx::cli::Eval, "eval [--var NAME=VALUE]... [--now \"YYYY/MM/DD HH:MM:SS\"] [--clipboard TEXT] EXPR"},
+    {"detect", kx::cli::Detect, "detect FILE"},
+    {"decode", kx::cli::Decode, "decode FILE"},
+    {"save", kx::cli::Save, "save FILE   (UTF-8 text on standard input)"},
+};
+
+int Usage() {
+  std::fputs("usage:\n", stderr);
+  for (const auto& c : kSubCommands) std::fprintf(stderr, "  kx %s\n", c.usage);
+  return 2;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  if (argc < 2) return Usage();
+  std::vector<std::string> args(argv + 2, argv + argc);
+  for (const auto& c : kSubCommands)
+    if (std::strcmp(argv[1], c.name) == 0) return c.run(args);
+  return Usage();
+}

@@ -1,0 +1,364 @@
+#include "sim/sim_system.h"
+
+#include <algorithm>
+#include <cmath>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+
+namespace kx::sim {
+
+namespace {
+
+std::string Lower(std::string_view s) {
+  std::string out(s);
+  for (auto& c : out)
+    if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
+  return out;
+}
+
+bool SameText(std::string_view a, std::string_view b) { return Lower(a) == Lower(b); }
+
+std::string ButtonWords(std::uint32_t flags) {
+  static constexpr std::pair<std::uint32_t, const char*> kWords[] = {
+      {kMouseLeftDown, "ldown"},   {kMouseLeftUp, "lup"},     {kMouseRightDown, "rdown"},
+      {kMouseRightUp, "rup"},      {kMouseMiddleDown, "mdown"}, {kMouseMiddleUp, "mup"},
+  };
+  std::string out;
+  for (const auto& [flag, word] : kWords)
+    if (flags & flag) out += std::string(out.empty() ? "" : ",") + "\"" + word + "\"";
+  return out;
+}
+
+}  // namespace
+
+SimSystem::SimSystem() {
+  for (const char* p : {"notepad", "notepad.exe", "calc", "calc.exe", "regedit", "explorer", "cmd"})
+    programs_.insert(p);
+}
+
+System SimSystem::Ports() {
+  return System{*this, *this, *this, *this, *this, *this, *this, *this, *this, *this, *this, *this};
+}
+
+void SimSystem::Record(std::string_view ev, std::string fields) {
+  trace_.Add(NowMs(), ev, std::move(fields));
+}
+
+// --- input ---
+
+bool SimSystem::SendKeys(std::span<const KeyRecord> keys) {
+  if (keys.empty()) return false;
+  std::string list;
+  for (const auto& k : keys) {
+    if (!list.empty()) list += ",";
+    list += "[" + std::to_string(k.vk) + (k.up ? ",\"up\"]" : ",\"down\"]");
+    // Toggle keys change state on their press, as on a real keyboard.
+    if (!k.up && (k.vk == 20 || k.vk == 144 || k.vk == 145)) toggles_[k.vk] = !toggles_[k.vk];
+  }
+  Record("keys", "\"keys\":[" + list + "]");
+  return true;
+}
+
+bool SimSystem::SendMouse(std::span<const MouseRecord> records) {
+  if (records.empty()) return false;
+  std::string list;
+  for (const auto& r : records) {
+    const std::string words = ButtonWords(r.flags);
+    if (words.empty()) continue;
+    if (!list.empty()) list += ",";
+    list += words;
+  }
+  Record("mouse", "\"buttons\":[" + list + "]");
+  return true;
+}
+
+void SimSystem::Wheel(int delta) { Record("wheel", "\"delta\":" + std::to_string(delta)); }
+
+void SimSystem::SetCursorPos(Point screen) {
+  cursor_ = screen;
+  Record("cursor", "\"x\":" + std::to_string(screen.x) + ",\"y\":" + std::to_string(screen.y));
+}
+
+std::int16_t SimSystem::GetKeyState(int vk) {
+  auto it = toggles_.find(vk);
+  return it != toggles_.end() && it->second ? 1 : 0;
+}
+
+// --- windows ---
+
+WindowHandle SimSystem::AddWindow(SimWindow window) {
+  if (window.handle == 0) window.handle = nextHandle_ += 0x10;
+  windows_.push_back(window);
+  return window.handle;
+}
+
+SimWindow* SimSystem::WindowByHandle(WindowHandle handle) {
+  for (auto& w : windows_)
+    if (w.handle == handle) return &w;
+  return nullptr;
+}
+
+WindowHandle SimSystem::Find(std::optional<std::string_view> className,
+                             std::optional<std::string_view> title) {
+  for (const auto& w : windows_) {
+    if (className && !SameText(*className, w.className)) continue;
+    if (title && !SameText(*title, w.title)) continue;
+    return w.handle;
+  }
+  return 0;
+}
+
+bool SimSystem::IsWindow(WindowHandle window) { return WindowByHandle(window) != nullptr; }
+
+bool SimSystem::IsMinimized(WindowHandle window) {
+  auto* w = WindowByHandle(window);
+  return w && w->minimized;
+}
+
+void SimSystem::Restore(WindowHandle window) {
+  if (auto* w = WindowByHandle(window)) w->minimized = false;
+}
+
+void SimSystem::SetForeground(WindowHandle window) {
+  foreground_ = window;
+  Record("activate", "\"hwnd\":" + std::to_string(window));
+}
+
+std::optional<Rect> SimSystem::GetRect(WindowHandle window) {
+  if (auto* w = WindowByHandle(window)) return w->rect;
+  return std::nullopt;
+}
+
+void SimSystem::Move(WindowHandle window, int x, int y, int width, int height, bool) {
+  if (auto* w = WindowByHandle(window)) w->rect = {x, y, x + width, y + height};
+  Record("move", "\"hwnd\":" + std::to_string(window) + ",\"x\":" + std::to_string(x) +
+                     ",\"y\":" + std::to_string(y) + ",\"w\":" + std::to_string(width) +
+                     ",\"h\":" + std::to_string(height));
+}
+
+Point SimSystem::ClientToScreen(WindowHandle window, Point client) {
+  auto* w = WindowByHandle(window);
+  if (!w) return client;
+  return {w->rect.left + w->clientOrigin.x + client.x, w->rect.top + w->clientOrigin.y + client.y};
+}
+
+Point SimSystem::ScreenToClient(WindowHandle window, Point screen) {
+  auto* w = WindowByHandle(window);
+  if (!w) return screen;
+  return {screen.x - w->rect.left - w->clientOrigin.x, screen.y - w->rect.top - w->clientOrigin.y};
+}
+
+std::string SimSystem::ClassName(WindowHandle window) {
+  auto* w = WindowByHandle(window);
+  return w ? w->className : "";
+}
+
+std::string SimSystem::Title(WindowHandle window) {
+  auto* w = WindowByHandle(window);
+  return w ? w->title : "";
+}
+
+// --- shell, clipboard, dialogs ---
+
+bool SimSystem::Open(std::string_view file, std::string_view) {
+  const std::string lower = Lower(file);
+  const bool ok = lower.starts_with("http") || lower.starts_with("www.") || IsFile(file) ||
+                  programs_.count(lower) > 0;
+  Record("open", "\"target\":" + JsonString(file) + ",\"ok\":" + (ok ? "true" : "false"));
+  return ok;
+}
+
+bool SimSystem::SetText(std::string_view text) {
+  if (failingClipboardWrites_ > 0) {
+    --failingClipboardWrites_;
+    return false;
+  }
+  clipboard_ = std::string(text);
+  Record("clipboard", "\"text\":" + JsonString(text));
+  return true;
+}
+
+MessageResult SimSystem::MessageBox(WindowHandle, std::string_view text, std::string_view title,
+                                    MessageStyle) {
+  Record("msgbox", "\"title\":" + JsonString(title) + ",\"text\":" + JsonString(text));
+  return MessageResult::kOk;
+}
+
+std::optional<std::string> SimSystem::InputBox(std::string_view prompt, std::string_view title,
+                                               std::string_view) {
+  Record("inputbox", "\"title\":" + JsonString(title) + ",\"prompt\":" + JsonString(prompt));
+  if (inputAnswers_.empty()) return std::nullopt;
+  auto answer = inputAnswers_.front();
+  inputAnswers_.pop_front();
+  return answer;
+}
+
+// --- clock ---
+
+std::optional<std::int64_t> SimSystem::NextHotkeyUs() const {
+  std::optional<std::int64_t> next;
+  for (const auto& h : hotkeys_)
+    if (!next || h.atUs < *next) next = h.atUs;
+  return next;
+}
+
+void SimSystem::PumpMessages() {
+  // Deliver due hotkeys in time order; a handler may pump again, so take each
+  // one off the list before calling it.
+  for (;;) {
+    auto due = std::min_element(hotkeys_.begin(), hotkeys_.end(),
+                                [](const auto& a, const auto& b) { return a.atUs < b.atUs; });
+    if (due == hotkeys_.end() || due->atUs > clockUs_) return;
+    const int id = due->id;
+    hotkeys_.erase(due);
+    if (hotkeySink_) hotkeySink_(id);
+  }
+}
+
+void SimSystem::Sleep(int milliseconds) {
+  if (milliseconds > 0) clockUs_ += static_cast<std::int64_t>(milliseconds) * 1000;
+}
+
+void SimSystem::WaitForMessageOrTimeout(double milliseconds) {
+  // The wait ends just past its deadline (a real clock never lands exactly on
+  // it), or when a hotkey message arrives first.
+  std::int64_t target = clockUs_ + static_cast<std::int64_t>(std::ceil(std::max(0.0, milliseconds) * 1000)) + 1;
+  if (auto next = NextHotkeyUs(); next && *next < target) target = std::max(*next, clockUs_);
+  clockUs_ = target;
+}
+
+LocalTime SimSystem::Now() {
+  // Days since 1970-01-01 and back (proleptic Gregorian), so that the start
+  // time plus the virtual clock rolls over days, months and years.
+  auto daysFromCivil = [](int y, int m, int d) {
+    y -= m <= 2;
+    const int era = (y >= 0 ? y : y - 399) / 400;
+    const int yoe = y - era * 400;
+    const int doy = (153 * (m + (m > 2 ? -3 : 9)) + 2) / 5 + d - 1;
+    const int doe = yoe * 365 + yoe / 4 - yoe / 100 + doy;
+    return static_cast<std::int64_t>(era) * 146097 + doe - 719468;
+  };
+  const std::int64_t startMs =
+      ((daysFromCivil(startTime_.year, startTime_.month, startTime_.day) * 24 + startTime_.hour) * 60 +
+       startTime_.minute) * 60000 + startTime_.second * 1000 + startTime_.millisecond;
+  const std::int64_t ms = startMs + clockUs_ / 1000;
+  std::int64_t z = ms / 86400000 + 719468;
+  const std::int64_t msOfDay = ms % 86400000;
+  const std::int64_t era = (z >= 0 ? z : z - 146096) / 146097;
+  const std::int64_t doe = z - era * 146097;
+  const std::int64_t yoe = (doe - doe / 1460 + doe / 36524 - doe / 146096) / 365;
+  const std::int64_t doy = doe - (365 * yoe + yoe / 4 - yoe / 100);
+  const std::int64_t mp = (5 * doy + 2) / 153;
+  const int day = static_cast<int>(doy - (153 * mp + 2) / 5 + 1);
+  const int month = static_cast<int>(mp < 10 ? mp + 3 : mp - 9);
+  const int year = static_cast<int>(yoe + era * 400 + (month <= 2));
+  return {year,
+          month,
+          day,
+          static_cast<int>(msOfDay / 3600000),
+          static_cast<int>(msOfDay / 60000 % 60),
+          static_cast<int>(msOfDay / 1000 % 60),
+          static_cast<int>(msOfDay % 1000)};
+}
+
+// --- notifications, power, registry ---
+
+void SimSystem::Beep() { Record("beep"); }
+void SimSystem::FlashWindow(int) { Record("flash"); }
+void SimSystem::Balloon(std::string_view, std::string_view text) {
+  Record("balloon", "\"text\":" + JsonString(text));
+}
+void SimSystem::SetCaption(std::string_view text) { Record("caption", "\"text\":" + JsonString(text)); }
+void SimSystem::SetStatusText(std::string_view text) {
+  status_ = std::string(text);
+  Record("status", "\"text\":" + JsonString(text));
+}
+void SimSystem::Power(PowerAction action) {
+  Record("power", "\"action\":" + JsonString(PowerActionWord(action)));
+}
+void SimSystem::Clean(kx::Cleanup what) { Record("cleanup", "\"what\":" + JsonString(CleanupWord(what))); }
+bool SimSystem::SetRegeditLastKey(std::string_view path) {
+  regeditKey_ = std::string(path);
+  Record("regedit", "\"key\":" + JsonString(path));
+  return true;
+}
+
+// --- files ---
+
+void SimSystem::AddFile(std::string path, std::string contents) {
+  files_[Lower(path)] = std::move(contents);
+}
+
+std::optional<std::string> SimSystem::RealFilePath(std::string_view path) const {
+  namespace fs = std::filesystem;
+  if (!realFiles_ || path.empty()) return std::nullopt;
+  std::error_code ec;
+  const fs::path p{std::string(path)};
+  if (fs::is_regular_file(p, ec)) return p.string();
+  // Windows names compare without case: look for the last part in its folder.
+  const fs::path folder = p.has_parent_path() ? p.parent_path() : fs::path(".");
+  if (!fs::is_directory(folder, ec)) return std::nullopt;
+  const std::string want = Lower(p.filename().string());
+  for (fs::directory_iterator it(folder, ec), end; !ec && it != end; it.increment(ec))
+    if (Lower(it->path().filename().string()) == want && it->is_regular_file(ec))
+      return it->path().string();
+  return std::nullopt;
+}
+
+bool SimSystem::IsFile(std::string_view path) {
+  return files_.count(Lower(path)) > 0 || RealFilePath(path).has_value();
+}
+
+std::optional<Bytes> SimSystem::ReadAll(std::string_view path) {
+  if (auto it = files_.find(Lower(path)); it != files_.end())
+    return Bytes(it->second.begin(), it->second.end());
+  auto real = RealFilePath(path);
+  if (!real) return std::nullopt;
+  std::ifstream in(*real, std::ios::binary);
+  if (!in) return std::nullopt;
+  return Bytes(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
+}
+
+bool SimSystem::WriteAtomic(std::string_view path, const Bytes& bytes) {
+  files_[Lower(path)] = std::string(bytes.begin(), bytes.end());
+  return true;
+}
+
+// --- environment and random numbers ---
+
+void SimSystem::SetEnvironment(std::string name, std::string value) {
+  for (auto& [n, v] : environment_)
+    if (SameText(n, name)) {
+      v = std::move(value);
+      return;
+    }
+  environment_.emplace_back(std::move(name), std::move(value));
+}
+
+std::string SimSystem::Variable(std::string_view name) {
+  for (const auto& [n, v] : environment_)
+    if (SameText(n, name)) return v;
+  return "";
+}
+
+std::string SimSystem::VariableAt(int index) {
+  if (index < 1 || index > static_cast<int>(environment_.size())) return "";
+  const auto& [n, v] = environment_[static_cast<size_t>(index - 1)];
+  return n + "=" + v;
+}
+
+// The classic BASIC generator: a 24-bit linear congruential sequence, reseeded
+// from the (virtual) time of day, so a dry run is repeatable.
+void SimSystem::Randomize() {
+  const LocalTime t = Now();
+  const auto seconds = static_cast<std::uint32_t>(t.hour * 3600 + t.minute * 60 + t.second);
+  rndSeed_ = ((seconds * 1000u + static_cast<std::uint32_t>(t.millisecond)) << 8) & 0xFFFFFFu;
+}
+
+double SimSystem::Next() {
+  rndSeed_ = (rndSeed_ * 0x43FD43FDu + 0xC39EC3u) & 0xFFFFFFu;
+  return static_cast<double>(rndSeed_) / 16777216.0;
+}
+
+}  // namespace kx::sim

@@ -1,0 +1,190 @@
+#pragma once
+// The simulated system: every port implemented in memory, every effect
+// recorded in a trace, and a virtual clock that sleeps advance (nothing
+// really waits). Unit tests and "kx run --dry" play through it.
+#include <cstdint>
+#include <deque>
+#include <functional>
+#include <map>
+#include <optional>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "sim/trace.h"
+#include "sys/system.h"
+
+namespace kx::sim {
+
+struct SimWindow {
+  WindowHandle handle = 0;
+  std::string className;
+  std::string title;
+  Rect rect{0, 0, 640, 480};
+  Point clientOrigin{8, 31};  // client area's top-left, relative to rect
+  bool minimized = false;
+};
+
+class SimSystem final : public InputPort,
+                        public WindowPort,
+                        public ShellPort,
+                        public ClipboardPort,
+                        public DialogPort,
+                        public ClockPort,
+                        public NotifyPort,
+                        public PowerPort,
+                        public RegistryPort,
+                        public FilePort,
+                        public EnvironmentPort,
+                        public RandomPort {
+ public:
+  SimSystem();
+  System Ports();
+
+  // --- set-up of the simulated world ---
+  Trace& trace() { return trace_; }
+  std::int64_t NowUs() const { return clockUs_; }
+  std::int64_t NowMs() const { return clockUs_ / 1000; }
+  void ResetClock() { clockUs_ = 0; }
+  void SetPerformanceCounter(bool present) { hasCounter_ = present; }
+  WindowHandle AddWindow(SimWindow window);
+  SimWindow* WindowByHandle(WindowHandle handle);
+  void SetForegroundWindow(WindowHandle handle) { foreground_ = handle; }
+  // Files live in memory; with real files on, a path not found in memory is
+  // looked up on the disk (read-only), the last part of the path compared
+  // without regard to case as on Windows.
+  void AddFile(std::string path, std::string contents);
+  void UseRealFiles(bool on) { realFiles_ = on; }
+  void SetAppFolder(std::string folder) { appFolder_ = std::move(folder); }
+  // Names the shell can open besides files and web addresses.
+  void AddProgram(std::string name) { programs_.insert(std::move(name)); }
+  void SetClipboard(std::optional<std::string> text) { clipboard_ = std::move(text); }
+  std::optional<std::string> Clipboard() const { return clipboard_; }
+  // The next n clipboard writes fail, as when another program holds it.
+  void FailClipboardWrites(int n) { failingClipboardWrites_ = n; }
+  void SetToggle(int vk, bool on) { toggles_[vk] = on; }
+  void QueueInputBoxAnswer(std::optional<std::string> answer) { inputAnswers_.push_back(std::move(answer)); }
+  void SetEnvironment(std::string name, std::string value);
+  void SetCommandLine(std::string text) { commandLine_ = std::move(text); }
+  void SetStartTime(LocalTime t) { startTime_ = t; }
+  // A hotkey press delivered by the message pump once the clock reaches it.
+  void ScheduleHotkey(std::int64_t atMs, int id) { hotkeys_.push_back({atMs * 1000, id}); }
+  void SetHotkeySink(std::function<void(int)> sink) { hotkeySink_ = std::move(sink); }
+  std::string LastStatus() const { return status_; }
+  std::string LastRegeditKey() const { return regeditKey_; }
+
+  // --- InputPort ---
+  bool SendKeys(std::span<const KeyRecord> keys) override;
+  bool SendMouse(std::span<const MouseRecord> records) override;
+  void Wheel(int delta) override;
+  void SetCursorPos(Point screen) override;
+  Point GetCursorPos() override { return cursor_; }
+  std::int16_t GetKeyState(int vk) override;
+  std::int16_t VkKeyScan(char32_t ch) override;
+  bool IsCharUpper(char32_t ch) override;
+
+  // --- WindowPort ---
+  WindowHandle Find(std::optional<std::string_view> className,
+                    std::optional<std::string_view> title) override;
+  bool IsWindow(WindowHandle window) override;
+  WindowHandle Foreground() override { return foreground_; }
+  bool IsMinimized(WindowHandle window) override;
+  void Restore(WindowHandle window) override;
+  void SetForeground(WindowHandle window) override;
+  void WaitForInputIdle(WindowHandle) override {}
+  std::optional<Rect> GetRect(WindowHandle window) override;
+  void Move(WindowHandle window, int x, int y, int width, int height, bool repaint) override;
+  Point ClientToScreen(WindowHandle window, Point client) override;
+  Point ScreenToClient(WindowHandle window, Point screen) override;
+  kx::Size ScreenSize() override { return {1920, 1080}; }
+  std::string ClassName(WindowHandle window) override;
+  std::string Title(WindowHandle window) override;
+
+  // --- ShellPort ---
+  bool Open(std::string_view file, std::string_view workingFolder) override;
+
+  // --- ClipboardPort ---
+  std::optional<std::string> GetText() override { return clipboard_; }
+  bool SetText(std::string_view text) override;
+
+  // --- DialogPort ---
+  MessageResult MessageBox(WindowHandle owner, std::string_view text, std::string_view title,
+                           MessageStyle style) override;
+  std::optional<std::string> InputBox(std::string_view prompt, std::string_view title,
+                                      std::string_view initial) override;
+
+  // --- ClockPort ---
+  bool HasPerformanceCounter() override { return hasCounter_; }
+  std::int64_t PerformanceCounter() override { return clockUs_; }
+  std::int64_t PerformanceFrequency() override { return 1'000'000; }
+  std::uint32_t TickCount() override { return static_cast<std::uint32_t>(clockUs_ / 1000); }
+  void PumpMessages() override;
+  void Sleep(int milliseconds) override;
+  void WaitForMessageOrTimeout(double milliseconds) override;
+  LocalTime Now() override;
+
+  // --- NotifyPort ---
+  void Beep() override;
+  void FlashWindow(int count) override;
+  void Balloon(std::string_view title, std::string_view text) override;
+  void SetCaption(std::string_view text) override;
+  void SetStatusText(std::string_view text) override;
+
+  // --- PowerPort ---
+  void Power(PowerAction action) override;
+  void Clean(kx::Cleanup what) override;
+
+  // --- RegistryPort ---
+  bool SetRegeditLastKey(std::string_view path) override;
+
+  // --- FilePort ---
+  bool IsFile(std::string_view path) override;
+  std::optional<Bytes> ReadAll(std::string_view path) override;
+  bool WriteAtomic(std::string_view path, const Bytes& bytes) override;
+  std::string AppFolder() override { return appFolder_; }
+  char Separator() override { return '/'; }
+
+  // --- EnvironmentPort ---
+  std::string Variable(std::string_view name) override;
+  std::string VariableAt(int index) override;
+  std::string CommandLine() override { return commandLine_; }
+
+  // --- RandomPort ---
+  void Randomize() override;
+  double Next() override;
+
+ private:
+  struct PendingHotkey {
+    std::int64_t atUs;
+    int id;
+  };
+  void Record(std::string_view ev, std::string fields = {});
+  std::optional<std::string> RealFilePath(std::string_view path) const;
+  std::optional<std::int64_t> NextHotkeyUs() const;
+
+  Trace trace_;
+  std::int64_t clockUs_ = 0;
+  bool hasCounter_ = true;
+  std::vector<SimWindow> windows_;
+  WindowHandle nextHandle_ = 0x10010;
+  WindowHandle foreground_ = 0;
+  std::map<std::string, std::string> files_;
+  bool realFiles_ = false;
+  std::string appFolder_ = "/kestrelix";
+  std::set<std::string> programs_;
+  std::optional<std::string> clipboard_;
+  int failingClipboardWrites_ = 0;
+  std::map<int, bool> toggles_;
+  Point cursor_{0, 0};
+  std::deque<std::optional<std::string>> inputAnswers_;
+  std::vector<std::pair<std::string, std::string>> environment_;
+  std::string commandLine_;
+  LocalTime startTime_{2024, 3, 5, 9, 5, 3, 0};
+  std::vector<PendingHotkey> hotkeys_;
+  std::function<void(int)> hotkeySink_;
+  std::string status_;
+  std::string regeditKey_;
+  std::uint32_t rndSeed_ = 0x50000;
+};
+
+}  // namespace kx::sim

@@ -1,0 +1,35 @@
+#pragma once
+// Finding, activating and placing top-level windows.
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "sys/geometry.h"
+
+namespace kx {
+
+class WindowPort {
+ public:
+  virtual ~WindowPort() = default;
+  // FindWindow: a missing class or title matches any; titles and classes
+  // compare without regard to case, as the system does.
+  virtual WindowHandle Find(std::optional<std::string_view> className,
+                            std::optional<std::string_view> title) = 0;
+  virtual bool IsWindow(WindowHandle window) = 0;
+  virtual WindowHandle Foreground() = 0;
+  virtual bool IsMinimized(WindowHandle window) = 0;
+  virtual void Restore(WindowHandle window) = 0;
+  virtual void SetForeground(WindowHandle window) = 0;
+  // Waits, without a limit, until the window's process is idle for input.
+  virtual void WaitForInputIdle(WindowHandle window) = 0;
+  virtual std::optional<Rect> GetRect(WindowHandle window) = 0;
+  virtual void Move(WindowHandle window, int x, int y, int width, int height, bool repaint) = 0;
+  virtual Point ClientToScreen(WindowHandle window, Point client) = 0;
+  virtual Point ScreenToClient(WindowHandle window, Point screen) = 0;
+  // Primary screen size in pixels.
+  virtual Size ScreenSize() = 0;
+  virtual std::string ClassName(WindowHandle window) = 0;
+  virtual std::string Title(WindowHandle window) = 0;
+};
+
+}  // namespace kx
