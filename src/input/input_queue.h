@@ -1,0 +1,33 @@
+#pragma once
+// The two input queues: keyboard and mouse-button records gathered and sent
+// in one batch each, so that a chord or a double click reaches the system in
+// one piece and cannot be interleaved with real input.
+#include <cstdint>
+#include <vector>
+
+#include "input/input_port.h"
+
+namespace kx {
+
+class InputQueue {
+ public:
+  explicit InputQueue(InputPort& port) : port_(port) {}
+
+  void QueueKey(int code, bool up);
+  // Sends every queued key record in one batch and empties the queue, also
+  // when nothing was sent. True when the system took the events.
+  bool FlushKeys();
+  // a down, b down, c down, c up, b up, a up, then one flush; a zero code
+  // ends the chord.
+  bool PressChord(int a, int b = 0, int c = 0);
+
+  void QueueMouse(int dx, int dy, std::uint32_t buttonFlags, bool absolute = false);
+  bool FlushMouse();
+
+ private:
+  InputPort& port_;
+  std::vector<KeyRecord> keys_;
+  std::vector<MouseRecord> mouse_;
+};
+
+}  // namespace kx

@@ -1,0 +1,32 @@
+#pragma once
+// The key and mouse vocabulary of macro lines, in both directions.
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "input/input_port.h"
+
+namespace kx {
+
+// A key code: 1-255 are virtual keys, -1..-8 hold or release a modifier, 0 is
+// no key. Layout lookups may return codes with a shift-state byte (>= 256).
+using KeyCode = std::int16_t;
+
+inline constexpr KeyCode kShiftDown = -1, kShiftUp = -2, kCtrlDown = -3, kCtrlUp = -4,
+                         kAltDown = -5, kAltUp = -6, kWinDown = -7, kWinUp = -8;
+
+// Play side: the whole trimmed, lower-cased line, or one part of a keys line.
+KeyCode KeyCodeFromWord(std::string_view word, InputPort& layout);
+
+struct CharKey {
+  KeyCode code = 0;
+  bool shift = false;
+};
+// The key that types one character of a "key" line (case as written).
+CharKey KeyCodeFromChar(char32_t ch, InputPort& layout);
+
+// Record side: the text written for a key that went down; empty when the key
+// is not recorded. Mouse buttons (1, 2, 4) are written by the recorder.
+std::string WordFromKeyCode(int vk);
+
+}  // namespace kx

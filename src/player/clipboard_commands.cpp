@@ -1,0 +1,49 @@
+// copy, paste, "@" and "^": text through the clipboard.
+#include "player/line_runner.h"
+#include "util/basic_text.h"
+
+namespace kx {
+
+namespace {
+
+constexpr int kCtrl = 17;
+constexpr int kV = 86;
+
+// "\n" written in a line stands for a line break.
+std::string WithLineBreaks(std::string_view text) { return basic::ReplaceAll(text, "\\n", "\r\n"); }
+
+}  // namespace
+
+void LineRunner::Copy(std::string_view line) {
+  sys_.clipboard.SetText(basic::TrimLeft(basic::Mid(line, 5)));
+}
+
+void LineRunner::Paste(std::string_view line, int attempts, int sleepMs) {
+  const std::string text = line.starts_with("@") || line.starts_with("^")
+                               ? WithLineBreaks(basic::Mid(line, 2))
+                               : WithLineBreaks(basic::TrimLeft(basic::Mid(line, 6)));
+  // Another program may hold the clipboard for a moment: place the text until
+  // it reads back.
+  for (int i = 0; i < attempts; ++i) {
+    sys_.clipboard.SetText(text);
+    sys_.clock.PumpMessages();
+    sys_.clock.Sleep(sleepMs);
+    if (sys_.clipboard.GetText() == text) break;
+  }
+  p_.input_.PressChord(kCtrl, kV);
+}
+
+void LineRunner::PasteKeep(std::string_view line) {
+  Paste(line, 10, 25);
+  sys_.clock.PumpMessages();
+  sys_.clock.Sleep(100);
+}
+
+void LineRunner::PasteRestore(std::string_view line) {
+  const auto old = sys_.clipboard.GetText();
+  Paste(line, 16, 20);
+  sys_.clock.Sleep(250);
+  sys_.clipboard.SetText(old.value_or(""));
+}
+
+}  // namespace kx

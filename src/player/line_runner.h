@@ -1,0 +1,66 @@
+#pragma once
+// Runs one line of a pass: classification, block constructs, and every
+// command form. Its methods are spread over files by family of commands.
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "input/input_lines.h"
+#include "player/macro_line.h"
+#include "player/player.h"
+#include "player/wait.h"
+
+namespace kx {
+
+// A run-time failure inside a line: ends the pass silently.
+struct ScriptFailure {};
+
+class LineRunner {
+ public:
+  LineRunner(Player& player, const std::vector<std::string>& lines)
+      : p_(player), sys_(player.sys_), lines_(lines), input_(player.sys_, player.input_) {}
+
+  // Runs the line at the player's current index. Returns the key it ran
+  // with, for the line-pause rule.
+  std::string Run(std::string_view raw);
+
+ private:
+  void Assign(std::string_view raw);
+  void RunBlock(BlockForm form, std::string_view substituted);
+  void RunForm(LineForm form, std::string_view line, std::string_view key);
+
+  // Control flow.
+  void PartialLoop(std::string_view key);
+  void Goto(std::string_view line);
+  void Pause();
+  void Rand(std::string_view key);
+  // Windows, files and the shell.
+  void ActivateWindow(std::string_view key);
+  void MoveWindow(std::string_view key);
+  void RunMacroFile(std::string_view key);
+  bool OpenWithShell(std::string_view target);
+  void KeyLine(std::string_view key);
+  // The clipboard.
+  void Copy(std::string_view line);
+  void Paste(std::string_view line, int attempts, int sleepMs);
+  void PasteKeep(std::string_view line);
+  void PasteRestore(std::string_view line);
+  // System commands.
+  void Power(std::string_view key);
+  void Delete(std::string_view key);
+  void MessageBox(std::string_view line);
+  void RegistryJump(std::string_view key);
+  void Comment(std::string_view line);
+  void Pointer(std::string_view key);
+
+  // A wait that pumps messages and ends at once when the play is stopped.
+  void PumpingWait(double milliseconds) { kx::PumpingWait(sys_.clock, milliseconds, p_.playing_); }
+  bool SkippingSwitchRegion() const { return p_.switchDepth_ >= 1 && p_.switchState_ != 1; }
+
+  Player& p_;
+  System& sys_;
+  const std::vector<std::string>& lines_;
+  InputLines input_;
+};
+
+}  // namespace kx

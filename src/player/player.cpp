@@ -1,0 +1,135 @@
+#include "player/player.h"
+
+#include <cmath>
+
+#include "player/line_runner.h"
+#include "player/wait.h"
+#include "util/basic_text.h"
+
+namespace kx {
+
+namespace {
+
+constexpr std::string_view kEndMessage = "再生が終了しました";
+constexpr int kFlashCount = 10;
+// Modifier keys released at the end of a play when asked: Ctrl, Shift, Alt,
+// left and right Windows.
+constexpr int kReleasedModifiers[] = {17, 16, 18, 91, 92};
+
+}  // namespace
+
+Player::Player(System system, PlayerView& view) : sys_(system), view_(view), input_(system.input) {}
+
+void Player::PlayOrStop() {
+  if (playing_) {
+    playing_ = false;
+    stoppedByUser_ = true;
+    return;
+  }
+  cyclesLeft_ = -1;
+  currentLine_ = 0;
+  sLoopPlay0();
+}
+
+void Player::HandleHotkey(int id) {
+  if (id == kHotkeyPause && rapidFireArmed_ && rapidFireArmed_()) return;
+  if (hotkeysLocked_) return;
+  if (id == kHotkeyPlay) {
+    PlayOrStop();
+  } else if (id == kHotkeyPause) {
+    if (playing_)
+      playing_ = false;
+    else
+      sLoopPlay();
+  }
+}
+
+void Player::sLoopPlay0() {
+  variables_.Clear();
+  loops_.clear();
+  switchDepth_ = 0;
+  switchState_ = 0;
+  sLoopPlay();
+}
+
+void Player::sLoopPlay() {
+  view_.SetPlaying(true);
+  sys_.clock.PumpMessages();
+  sys_.clock.Sleep(100);
+  playing_ = true;
+
+  if (cyclesLeft_ < 1) {
+    const std::string text = view_.Text();
+    const std::string first = basic::LCase(text.substr(0, text.find("\r\n")));
+    if (first.starts_with("loop")) {
+      if (auto n = basic::ToLong(basic::Mid(first, 5))) cyclesLeft_ = *n;
+    } else {
+      cyclesLeft_ = view_.LoopCount();
+    }
+  }
+
+  while (cyclesLeft_ >= 1) {
+    sys_.notify.SetCaption("残り" + std::to_string(cyclesLeft_) + "回");
+    sPlayAll(view_.Text());
+    if (!playing_) break;
+    --cyclesLeft_;
+  }
+
+  sys_.notify.SetCaption(view_.IdleCaption());
+  lastEnd_ = playing_ ? PlayEnd::kCompleted : stoppedByUser_ ? PlayEnd::kStopped : PlayEnd::kPaused;
+  if (playing_ || stoppedByUser_) {
+    switch (options_.endNotifier) {
+      case 1: sys_.notify.Beep(); break;
+      case 2: sys_.dialogs.MessageBox(view_.MainWindow(), kEndMessage, options_.appTitle); break;
+      case 3: sys_.notify.FlashWindow(kFlashCount); break;
+      default: break;
+    }
+  }
+  if (options_.trace) view_.ClearHighlight();
+  if (stoppedByUser_) currentLine_ = 0;
+  if (currentLine_ > 0) view_.SelectLine(currentLine_);
+  playing_ = false;
+  stoppedByUser_ = false;
+  hotkeysLocked_ = false;
+  if (options_.releaseModifiers) {
+    for (int vk : kReleasedModifiers) input_.QueueKey(vk, true);
+    input_.FlushKeys();
+  }
+  view_.SetPlaying(false);
+}
+
+void Player::sPlayAll(const std::string& text) {
+  const int linePause = static_cast<int>(basic::RoundHalfEven(options_.speedFactor * 8));
+  const std::vector<std::string> lines = basic::Split(text, "\r\n");
+  const auto count = static_cast<std::int64_t>(lines.size());
+  cursorAtStart_ = sys_.input.GetCursorPos();
+  LineRunner runner(*this, lines);
+  try {
+    for (;;) {
+      if (currentLine_ >= count) break;
+      if (currentLine_ < 0) throw ScriptFailure{};
+      view_.OnLine(currentLine_);
+      if (options_.trace) view_.HighlightLine(currentLine_);
+      const std::string& line = lines[static_cast<size_t>(currentLine_)];
+      if (!playing_) return;
+      const std::string key = runner.Run(line);
+      if (currentLine_ < count - 1) {
+        // A jump may have moved the index; the next line is read from there.
+        if (currentLine_ + 1 < 0) throw ScriptFailure{};
+        const std::string next = KeyOf(lines[static_cast<size_t>(currentLine_ + 1)]);
+        if (!IsWaitKey(key) && !IsWaitKey(next)) {
+          sys_.clock.PumpMessages();
+          sys_.clock.Sleep(linePause);
+        }
+      }
+      if (currentLine_ == INT32_MAX) throw ScriptFailure{};
+      ++currentLine_;
+    }
+    if (currentLine_ > count) throw ScriptFailure{};
+    currentLine_ = 0;
+  } catch (const ScriptFailure&) {
+    view_.OnLineFailed(currentLine_ + 1);
+  }
+}
+
+}  // namespace kx

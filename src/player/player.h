@@ -1,0 +1,95 @@
+#pragma once
+// The player: runs the editor's macro for a number of cycles, one pass over
+// the lines per cycle, and reacts to stop and pause hotkeys that arrive while
+// its waits pump the message queue.
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "eval/variable_table.h"
+#include "input/input_queue.h"
+#include "player/current_value.h"
+#include "player/player_view.h"
+#include "sys/system.h"
+
+namespace kx {
+
+// Hotkey identifiers the player answers to.
+inline constexpr int kHotkeyPlay = 258;
+inline constexpr int kHotkeyPause = 259;
+
+// Preferences the player reads; the main window fills them from the settings.
+struct PlayerOptions {
+  int endNotifier = 0;            // EndNotifer: 0 none, 1 beep, 2 dialog, 3 flash
+  bool releaseModifiers = false;  // Up
+  double speedFactor = 1.0;       // 1, 0.5, 0.25, 2, 4 or 8
+  bool trace = false;             // highlight the running line
+  bool balloon = false;           // show comment lines as balloons
+  std::string appTitle = "Kestrelix";
+};
+
+// How the last play ended.
+enum class PlayEnd { kCompleted, kStopped, kPaused };
+
+class Player {
+ public:
+  Player(System system, PlayerView& view);
+
+  PlayerOptions& Options() { return options_; }
+
+  // The play button and the play hotkey: stops a running play, otherwise
+  // starts the editor's macro from its first line.
+  void PlayOrStop();
+  // A hotkey event: the play hotkey (258) or the pause/resume hotkey (259).
+  // Ignored while the script has locked the hotkeys.
+  void HandleHotkey(int id);
+  // Ends the running play as a stop request does, without counting as the
+  // user's stop (no end notification); used by hosts that bound a run.
+  void Abort() { playing_ = false; }
+  // While it returns true, the pause/resume hotkey belongs to rapid fire.
+  void SetRapidFireArmed(std::function<bool()> armed) { rapidFireArmed_ = std::move(armed); }
+
+  // The three entry points, named as the main window calls them.
+  void sLoopPlay0();
+  void sLoopPlay();
+  void sPlayAll(const std::string& text);
+
+  bool Playing() const { return playing_; }
+  bool StoppedByUser() const { return stoppedByUser_; }
+  bool HotkeysLocked() const { return hotkeysLocked_; }
+  std::int32_t CyclesLeft() const { return cyclesLeft_; }
+  std::int32_t CurrentLine() const { return currentLine_; }
+  PlayEnd LastEnd() const { return lastEnd_; }
+  const VariableTable& Variables() const { return variables_; }
+  const CurrentValue& Value() const { return currentValue_; }
+
+ private:
+  friend class LineRunner;
+  struct LoopFrame {
+    std::int32_t remaining;
+    std::int32_t openLine;
+  };
+
+  System sys_;  // the ports, held by reference inside
+  PlayerView& view_;
+  PlayerOptions options_;
+  InputQueue input_;
+  std::function<bool()> rapidFireArmed_;
+
+  bool playing_ = false;
+  bool stoppedByUser_ = false;
+  bool hotkeysLocked_ = false;
+  std::int32_t cyclesLeft_ = -1;
+  std::int32_t currentLine_ = 0;
+  PlayEnd lastEnd_ = PlayEnd::kCompleted;
+  Point cursorAtStart_;
+  VariableTable variables_;
+  CurrentValue currentValue_;
+  std::vector<LoopFrame> loops_;
+  std::int32_t switchDepth_ = 0;
+  std::int32_t switchState_ = 0;
+  int nesting_ = 0;  // depth of passes started by "mf"
+};
+
+}  // namespace kx
