@@ -70,7 +70,9 @@ void Win32Input::Wheel(int delta) {
   ::mouse_event(MOUSEEVENTF_WHEEL, 0, 0, static_cast<DWORD>(delta), 0);
 }
 
-void Win32Input::SetCursorPos(Point screen) { ::SetCursorPos(screen.x, screen.y); }
+void Win32Input::SetCursorPos(Point screen) {
+  ::SetCursorPos(screen.x, screen.y);
+}
 
 Point Win32Input::GetCursorPos() {
   POINT p{};
@@ -78,7 +80,9 @@ Point Win32Input::GetCursorPos() {
   return {p.x, p.y};
 }
 
-std::int16_t Win32Input::GetKeyState(int vk) { return ::GetKeyState(vk); }
+std::int16_t Win32Input::GetKeyState(int vk) {
+  return ::GetKeyState(vk);
+}
 
 std::int16_t Win32Input::VkKeyScan(char32_t ch) {
   const auto b = AnsiByte(ch);

@@ -1,12 +1,11 @@
 #pragma once
 // Synthetic input through SendInput and mouse_event, and the keyboard layout
 // questions of the character-typing routine.
-#include <windows.h>
-
 #include <optional>
 #include <vector>
 
 #include "input/input_port.h"
+#include "sys/win32/windows_api.h"
 
 namespace kx::win32 {
 

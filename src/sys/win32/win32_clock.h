@@ -1,0 +1,40 @@
+#pragma once
+// The real clock: the performance counter, the message pump and waits that
+// block until their deadline or the next message instead of polling.
+#include "sys/clock_port.h"
+#include "sys/win32/unique_handle.h"
+#include "sys/win32/windows_api.h"
+
+namespace kx::win32 {
+
+class Win32Clock final : public ClockPort {
+ public:
+  Win32Clock();
+  ~Win32Clock() override;
+  Win32Clock(const Win32Clock&) = delete;
+  Win32Clock& operator=(const Win32Clock&) = delete;
+
+  bool HasPerformanceCounter() override { return frequency_ > 0; }
+  std::int64_t PerformanceCounter() override;
+  std::int64_t PerformanceFrequency() override { return frequency_; }
+  std::uint32_t TickCount() override;
+  void PumpMessages() override;
+  void Sleep(int milliseconds) override;
+  void WaitForMessageOrTimeout(double milliseconds) override;
+  LocalTime Now() override;
+
+  // Whether waits run on a high-resolution waitable timer (else the system
+  // timer resolution was raised to 1 ms for the life of this clock).
+  bool HighResolutionTimer() const { return highResolution_; }
+
+ private:
+  // Arms the timer to fire the given time from now; false when it cannot.
+  bool Arm(double milliseconds);
+
+  std::int64_t frequency_ = 0;
+  unique_kernel_handle timer_;
+  bool highResolution_ = false;
+  bool periodRaised_ = false;
+};
+
+}  // namespace kx::win32

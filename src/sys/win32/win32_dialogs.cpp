@@ -1,0 +1,22 @@
+#include "sys/win32/win32_dialogs.h"
+
+#include "sys/win32/wide.h"
+#include "sys/win32/win32_windows.h"
+#include "sys/win32/windows_api.h"
+
+namespace kx::win32 {
+
+MessageResult Win32Dialogs::MessageBox(WindowHandle owner, std::string_view text,
+                                       std::string_view title, MessageStyle style) {
+  const UINT flags =
+      style == MessageStyle::kOkCancelQuestion ? MB_OKCANCEL | MB_ICONQUESTION : MB_OK;
+  const int r = ::MessageBoxW(ToHwnd(owner), Widen(text).c_str(), Widen(title).c_str(), flags);
+  return r == IDOK ? MessageResult::kOk : MessageResult::kCancel;
+}
+
+std::optional<std::string> Win32Dialogs::InputBox(std::string_view prompt, std::string_view title,
+                                                  std::string_view initial) {
+  return ShowInputBox(prompt, title, initial);
+}
+
+}  // namespace kx::win32

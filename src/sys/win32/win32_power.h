@@ -1,0 +1,19 @@
+#pragma once
+// Power state changes and the cleanup commands, for the current user.
+#include <string>
+
+#include "sys/power_port.h"
+
+namespace kx::win32 {
+
+class Win32Power final : public PowerPort {
+ public:
+  void Power(PowerAction action) override;
+  void Clean(Cleanup what) override;
+};
+
+// Deletes the files directly inside the folder; links, junctions, folders and
+// files in use are left alone. Returns the number of files deleted.
+int DeleteFilesIn(const std::wstring& folder);
+
+}  // namespace kx::win32

@@ -1,0 +1,174 @@
+// kx_target.exe: a plain window with an edit box and a few standard controls
+// that logs every keyboard and mouse message it receives, one line each, to
+// the file named on its command line. The end-to-end tests read the log.
+//
+// Line format (tab-separated key=value):
+//   ready hwnd=H client=X,Y            once, the client origin on the screen
+//   t=US wall=US msg=NAME vk=N scan=N ext=0|1 x=N y=N [delta=N]
+// t is the performance counter in microseconds, wall the system time in
+// microseconds since 1970 (comparable with the clock of the test scripts), x
+// and y are positions in the main window's client area.
+#include <windows.h>
+
+#include <cstdio>
+#include <string>
+
+namespace {
+
+constexpr wchar_t kClass[] = L"KxTargetWindow";
+
+struct Log {
+  FILE* file = nullptr;
+  LARGE_INTEGER frequency{};
+  using PreciseTime = void(WINAPI*)(LPFILETIME);
+  PreciseTime precise = nullptr;
+  ~Log() {
+    if (file) std::fclose(file);
+  }
+  long long Micros() const {
+    LARGE_INTEGER c;
+    ::QueryPerformanceCounter(&c);
+    return static_cast<long long>(static_cast<double>(c.QuadPart) * 1e6 /
+                                  static_cast<double>(frequency.QuadPart));
+  }
+  long long Wall() const {
+    FILETIME ft{};
+    if (precise)
+      precise(&ft);
+    else
+      ::GetSystemTimeAsFileTime(&ft);
+    const unsigned long long t =
+        (static_cast<unsigned long long>(ft.dwHighDateTime) << 32) | ft.dwLowDateTime;
+    return static_cast<long long>((t - 116444736000000000ULL) / 10);
+  }
+};
+
+const char* MessageName(UINT m) {
+  switch (m) {
+    case WM_KEYDOWN:
+      return "WM_KEYDOWN";
+    case WM_KEYUP:
+      return "WM_KEYUP";
+    case WM_SYSKEYDOWN:
+      return "WM_SYSKEYDOWN";
+    case WM_SYSKEYUP:
+      return "WM_SYSKEYUP";
+    case WM_CHAR:
+      return "WM_CHAR";
+    case WM_SYSCHAR:
+      return "WM_SYSCHAR";
+    case WM_DEADCHAR:
+      return "WM_DEADCHAR";
+    case WM_MOUSEMOVE:
+      return "WM_MOUSEMOVE";
+    case WM_LBUTTONDOWN:
+      return "WM_LBUTTONDOWN";
+    case WM_LBUTTONUP:
+      return "WM_LBUTTONUP";
+    case WM_LBUTTONDBLCLK:
+      return "WM_LBUTTONDBLCLK";
+    case WM_RBUTTONDOWN:
+      return "WM_RBUTTONDOWN";
+    case WM_RBUTTONUP:
+      return "WM_RBUTTONUP";
+    case WM_RBUTTONDBLCLK:
+      return "WM_RBUTTONDBLCLK";
+    case WM_MBUTTONDOWN:
+      return "WM_MBUTTONDOWN";
+    case WM_MBUTTONUP:
+      return "WM_MBUTTONUP";
+    case WM_MBUTTONDBLCLK:
+      return "WM_MBUTTONDBLCLK";
+    case WM_MOUSEWHEEL:
+      return "WM_MOUSEWHEEL";
+    default:
+      return nullptr;
+  }
+}
+
+void LogMessage(const Log& log, HWND main, const MSG& msg) {
+  const char* name = MessageName(msg.message);
+  if (!name || !log.file) return;
+  const long long t = log.Micros();
+  const long long wall = log.Wall();
+  if (msg.message >= WM_KEYFIRST && msg.message <= WM_KEYLAST) {
+    const auto lp = static_cast<unsigned long long>(msg.lParam);
+    std::fprintf(log.file, "t=%lld\twall=%lld\tmsg=%s\tvk=%u\tscan=%u\text=%u\n", t, wall, name,
+                 static_cast<unsigned>(msg.wParam), static_cast<unsigned>((lp >> 16) & 0xFF),
+                 static_cast<unsigned>((lp >> 24) & 1));
+  } else {
+    POINT p{static_cast<short>(LOWORD(msg.lParam)), static_cast<short>(HIWORD(msg.lParam))};
+    int delta = 0;
+    if (msg.message == WM_MOUSEWHEEL) {
+      // Wheel positions are on the screen.
+      ::ScreenToClient(main, &p);
+      delta = GET_WHEEL_DELTA_WPARAM(msg.wParam);
+    } else {
+      ::MapWindowPoints(msg.hwnd, main, &p, 1);
+    }
+    std::fprintf(log.file, "t=%lld\twall=%lld\tmsg=%s\tx=%ld\ty=%ld\tdelta=%d\n", t, wall, name,
+                 p.x, p.y, delta);
+  }
+  std::fflush(log.file);
+}
+
+LRESULT CALLBACK Proc(HWND h, UINT m, WPARAM w, LPARAM l) {
+  if (m == WM_DESTROY) {
+    ::PostQuitMessage(0);
+    return 0;
+  }
+  return ::DefWindowProcW(h, m, w, l);
+}
+
+}  // namespace
+
+int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, PWSTR cmd, int) {
+  Log log;
+  ::QueryPerformanceFrequency(&log.frequency);
+  log.precise = reinterpret_cast<Log::PreciseTime>(reinterpret_cast<void*>(
+      ::GetProcAddress(::GetModuleHandleW(L"kernel32.dll"), "GetSystemTimePreciseAsFileTime")));
+  std::wstring path = cmd ? cmd : L"";
+  if (path.size() >= 2 && path.front() == L'"') path = path.substr(1, path.size() - 2);
+  if (!path.empty()) log.file = ::_wfopen(path.c_str(), L"w");
+
+  WNDCLASSW wc{};
+  wc.lpfnWndProc = Proc;
+  wc.hInstance = instance;
+  wc.hCursor = ::LoadCursorW(nullptr, IDC_ARROW);
+  wc.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1);
+  wc.lpszClassName = kClass;
+  wc.style = CS_DBLCLKS;
+  ::RegisterClassW(&wc);
+  HWND main = ::CreateWindowExW(0, kClass, L"KxTarget", WS_OVERLAPPEDWINDOW, 100, 100, 520, 400,
+                                nullptr, nullptr, instance, nullptr);
+  auto child = [&](const wchar_t* cls, const wchar_t* text, DWORD style, int x, int y, int w,
+                   int h) {
+    return ::CreateWindowExW(0, cls, text, WS_CHILD | WS_VISIBLE | style, x, y, w, h, main, nullptr,
+                             instance, nullptr);
+  };
+  HWND edit =
+      child(L"EDIT", L"", WS_BORDER | ES_MULTILINE | ES_AUTOVSCROLL | WS_VSCROLL, 10, 10, 300, 200);
+  child(L"BUTTON", L"OK", BS_PUSHBUTTON, 330, 10, 100, 30);
+  child(L"BUTTON", L"Check", BS_AUTOCHECKBOX, 330, 50, 100, 24);
+  HWND list = child(L"LISTBOX", L"", WS_BORDER, 330, 90, 150, 120);
+  ::SendMessageW(list, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(L"one"));
+  ::SendMessageW(list, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(L"two"));
+  ::ShowWindow(main, SW_SHOWNORMAL);
+  ::UpdateWindow(main);
+  ::SetFocus(edit);
+  POINT origin{0, 0};
+  ::ClientToScreen(main, &origin);
+  if (log.file) {
+    std::fprintf(log.file, "ready\thwnd=%llu\tclient=%ld,%ld\n",
+                 static_cast<unsigned long long>(reinterpret_cast<UINT_PTR>(main)), origin.x,
+                 origin.y);
+    std::fflush(log.file);
+  }
+  MSG msg;
+  while (::GetMessageW(&msg, nullptr, 0, 0) > 0) {
+    LogMessage(log, main, msg);
+    ::TranslateMessage(&msg);
+    ::DispatchMessageW(&msg);
+  }
+  return 0;
+}
