@@ -1,10 +1,30 @@
+#include "eval/convert.h"
 #include "eval/evaluator.h"
+#include "eval/number_text.h"
 
 namespace kx {
 
-// Placeholder until the expression evaluator lands: stores the text as written.
-std::string EvaluateAssignment(std::string_view expression, const EvalEnv&) {
-  return std::string(expression);
+std::string AssignmentText(Evaluator& evaluator, const Value& value) {
+  std::string text = evaluator.SStr(value);
+  std::string lower = text;
+  for (char& c : lower)
+    if (c >= 'A' && c <= 'Z') c = static_cast<char>(c + 32);
+  if (lower.find("e-") == std::string::npos) return text;
+  // The pattern "0." and 57 optional digits: numbers (and texts that read
+  // as numbers) in plain decimals, from the same significant digits their
+  // text shows; any other text stays as it is.
+  if (value.Is(ValueType::kSingle))
+    return FormatPlainDecimals(static_cast<double>(value.AsSingle()), 7);
+  if (value.IsNumeric()) return FormatPlainDecimals(ToDouble(value), 15);
+  const ParsedNumber p = ParseNumber(text);
+  if (p.status == ParseStatus::kOk) return FormatPlainDecimals(p.value, 15);
+  return text;
+}
+
+std::string EvaluateAssignment(std::string_view expression, const EvalEnv& env) {
+  Evaluator evaluator(env);
+  const Value value = evaluator.Eval(expression);
+  return AssignmentText(evaluator, value);
 }
 
 }  // namespace kx
