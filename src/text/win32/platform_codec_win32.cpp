@@ -69,10 +69,13 @@ Bytes PlatformEncode(PlatformCharset charset, std::string_view utf8) {
   const UINT codePage = CodePage(charset);
   const auto* wide = reinterpret_cast<const wchar_t*>(text.data());
   const int length = static_cast<int>(text.size());
-  const int needed = WideCharToMultiByte(codePage, 0, wide, length, nullptr, 0, nullptr, nullptr);
+  // No best fit: a character the code page lacks becomes "?", not a look-alike.
+  const DWORD flags = charset == PlatformCharset::kUtf7 ? 0 : WC_NO_BEST_FIT_CHARS;
+  const int needed =
+      WideCharToMultiByte(codePage, flags, wide, length, nullptr, 0, nullptr, nullptr);
   if (needed <= 0) return {};
   Bytes out(static_cast<std::size_t>(needed));
-  WideCharToMultiByte(codePage, 0, wide, length, reinterpret_cast<char*>(out.data()), needed,
+  WideCharToMultiByte(codePage, flags, wide, length, reinterpret_cast<char*>(out.data()), needed,
                       nullptr, nullptr);
   return out;
 }

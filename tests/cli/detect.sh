@@ -1,0 +1,26 @@
+#!/usr/bin/env bash
+# kx detect names the encoding of each sample file.
+emulator=$1 kx=$2
+data=$(cd "$(dirname "${BASH_SOURCE[0]}")/../data/text" && pwd)
+status=0
+while read -r file expected; do
+  got=$($emulator "$kx" detect "$data/$file" | tr -d '\r')
+  if [ "$got" != "$expected" ]; then
+    echo "detect $file: expected $expected, got '$got'"
+    status=1
+  fi
+done <<'LIST'
+japanese.sjis.txt SJIS
+japanese.euc.txt EUC
+japanese.jis.txt JIS
+japanese.utf7.txt UTF7
+japanese.utf8.txt UTF8
+japanese.utf8-mark.txt UTF8
+japanese.utf16.txt UNICODE
+japanese.utf16-nomark.txt UNICODE
+LIST
+if $emulator "$kx" detect "$data/no-such-file" >/dev/null 2>&1; then
+  echo "detect of a missing file succeeded"
+  status=1
+fi
+exit $status
