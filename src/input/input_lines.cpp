@@ -18,7 +18,8 @@ struct ModifierAction {
 };
 
 constexpr ModifierAction kModifierActions[] = {
-    {16, false}, {16, true}, {17, false}, {17, true}, {18, false}, {18, true}, {91, false}, {91, true},
+    {16, false}, {16, true}, {17, false}, {17, true},
+    {18, false}, {18, true}, {91, false}, {91, true},
 };
 
 std::optional<Point> ParsePoint(std::string_view text) {
@@ -125,8 +126,12 @@ void InputLines::PlayMouseLine(std::string_view key) {
   else
     MoveClient(key);
   switch (*action) {
-    case Action::kDown: queue_.QueueMouse(0, 0, button->down); break;
-    case Action::kUp: queue_.QueueMouse(0, 0, button->up); break;
+    case Action::kDown:
+      queue_.QueueMouse(0, 0, button->down);
+      break;
+    case Action::kUp:
+      queue_.QueueMouse(0, 0, button->up);
+      break;
     case Action::kDouble:
       for (int i = 0; i < 2; ++i) {
         queue_.QueueMouse(0, 0, button->down);

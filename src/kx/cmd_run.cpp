@@ -127,7 +127,7 @@ int Run(const std::vector<std::string>& args) {
   sim.ResetClock();
   player.PlayOrStop();
 
-  const char* reason = limited ? "limit"
+  const char* reason = limited                                   ? "limit"
                        : player.LastEnd() == PlayEnd::kCompleted ? "completed"
                        : player.LastEnd() == PlayEnd::kStopped   ? "stopped"
                                                                  : "paused";

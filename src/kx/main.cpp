@@ -17,7 +17,8 @@ struct SubCommand {
 
 constexpr SubCommand kSubCommands[] = {
     {"run", kx::cli::Run, "run --dry [--speed F] [--loops N] [--stop-at MS] FILE"},
-    {"eval", kx::cli::Eval, "eval [--var NAME=VALUE]... [--now \"YYYY/MM/DD HH:MM:SS\"] [--clipboard TEXT] EXPR"},
+    {"eval", kx::cli::Eval,
+     "eval [--var NAME=VALUE]... [--now \"YYYY/MM/DD HH:MM:SS\"] [--clipboard TEXT] EXPR"},
     {"detect", kx::cli::Detect, "detect FILE"},
     {"decode", kx::cli::Decode, "decode FILE"},
     {"save", kx::cli::Save, "save FILE   (UTF-8 text on standard input)"},

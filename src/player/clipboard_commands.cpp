@@ -10,7 +10,9 @@ constexpr int kCtrl = 17;
 constexpr int kV = 86;
 
 // "\n" written in a line stands for a line break.
-std::string WithLineBreaks(std::string_view text) { return basic::ReplaceAll(text, "\\n", "\r\n"); }
+std::string WithLineBreaks(std::string_view text) {
+  return basic::ReplaceAll(text, "\\n", "\r\n");
+}
 
 }  // namespace
 

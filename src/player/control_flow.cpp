@@ -53,7 +53,9 @@ void LineRunner::Goto(std::string_view line) {
   p_.currentLine_ = static_cast<std::int32_t>(target);
 }
 
-void LineRunner::Pause() { p_.HandleHotkey(kHotkeyPause); }
+void LineRunner::Pause() {
+  p_.HandleHotkey(kHotkeyPause);
+}
 
 void LineRunner::Rand(std::string_view key) {
   const auto n = basic::ToDouble(basic::Trim(basic::Mid(key, 6)));

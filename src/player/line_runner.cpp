@@ -67,51 +67,111 @@ void LineRunner::RunBlock(BlockForm form, std::string_view substituted) {
       // when it sat in a case that did not match.
       p_.switchState_ = p_.switchDepth_ < 1 ? 0 : 1;
       break;
-    case BlockForm::kNone: break;
+    case BlockForm::kNone:
+      break;
   }
 }
 
 void LineRunner::RunForm(LineForm form, std::string_view line, std::string_view key) {
   switch (form) {
-    case LineForm::kWindow: ActivateWindow(key); break;
-    case LineForm::kLock: p_.hotkeysLocked_ = key == "lock"; break;
-    case LineForm::kMacroFile: RunMacroFile(key); break;
+    case LineForm::kWindow:
+      ActivateWindow(key);
+      break;
+    case LineForm::kLock:
+      p_.hotkeysLocked_ = key == "lock";
+      break;
+    case LineForm::kMacroFile:
+      RunMacroFile(key);
+      break;
     case LineForm::kWait:
       PumpingWait(basic::RoundHalfEven(*basic::ToDouble(key) * p_.options_.speedFactor));
       break;
-    case LineForm::kFile: OpenWithShell(key); break;
-    case LineForm::kHttp: OpenWithShell(basic::Trim(line)); break;
-    case LineForm::kMove: MoveWindow(key); break;
-    case LineForm::kBeep: sys_.notify.Beep(); break;
-    case LineForm::kRand: Rand(key); break;
+    case LineForm::kFile:
+      OpenWithShell(key);
+      break;
+    case LineForm::kHttp:
+      OpenWithShell(basic::Trim(line));
+      break;
+    case LineForm::kMove:
+      MoveWindow(key);
+      break;
+    case LineForm::kBeep:
+      sys_.notify.Beep();
+      break;
+    case LineForm::kRand:
+      Rand(key);
+      break;
     case LineForm::kGetClip:
       p_.currentValue_ = CurrentValue::Text(sys_.clipboard.GetText().value_or(""));
       break;
-    case LineForm::kGetLoop: p_.currentValue_ = CurrentValue::Long(p_.cyclesLeft_); break;
-    case LineForm::kPartialLoop: PartialLoop(key); break;
-    case LineForm::kPause: Pause(); break;
-    case LineForm::kComment: Comment(line); break;
-    case LineForm::kCopy: Copy(line); break;
-    case LineForm::kPaste: Paste(line, 9, 10); break;
-    case LineForm::kPasteKeep: PasteKeep(line); break;
-    case LineForm::kPasteRestore: PasteRestore(line); break;
-    case LineForm::kPower: Power(key); break;
-    case LineForm::kDelete: Delete(key); break;
-    case LineForm::kPage: break;  // browser page commands: recognised, no effect here
-    case LineForm::kKeys: input_.PressKeys(basic::Mid(line, 5)); break;
-    case LineForm::kKey: input_.TypeText(basic::Trim(basic::Mid(line, 4))); break;
-    case LineForm::kGoto: Goto(line); break;
+    case LineForm::kGetLoop:
+      p_.currentValue_ = CurrentValue::Long(p_.cyclesLeft_);
+      break;
+    case LineForm::kPartialLoop:
+      PartialLoop(key);
+      break;
+    case LineForm::kPause:
+      Pause();
+      break;
+    case LineForm::kComment:
+      Comment(line);
+      break;
+    case LineForm::kCopy:
+      Copy(line);
+      break;
+    case LineForm::kPaste:
+      Paste(line, 9, 10);
+      break;
+    case LineForm::kPasteKeep:
+      PasteKeep(line);
+      break;
+    case LineForm::kPasteRestore:
+      PasteRestore(line);
+      break;
+    case LineForm::kPower:
+      Power(key);
+      break;
+    case LineForm::kDelete:
+      Delete(key);
+      break;
+    case LineForm::kPage:
+      break;  // browser page commands: recognised, no effect here
+    case LineForm::kKeys:
+      input_.PressKeys(basic::Mid(line, 5));
+      break;
+    case LineForm::kKey:
+      input_.TypeText(basic::Trim(basic::Mid(line, 4)));
+      break;
+    case LineForm::kGoto:
+      Goto(line);
+      break;
     case LineForm::kDebug:
       sys_.dialogs.MessageBox(p_.view_.MainWindow(), p_.currentValue_.ToText(), "現在の値");
       break;
-    case LineForm::kMsgBox: MessageBox(line); break;
-    case LineForm::kRegistry: RegistryJump(key); break;
-    case LineForm::kCapsLock: input_.SetLockKey(20, basic::Trim(basic::Mid(key, 9))); break;
-    case LineForm::kNumLock: input_.SetLockKey(144, basic::Trim(basic::Mid(key, 8))); break;
-    case LineForm::kPointer: Pointer(key); break;
-    case LineForm::kMouseButton: input_.PlayMouseLine(key); break;
-    case LineForm::kWheel: input_.Wheel(basic::Mid(key, 7)); break;
-    case LineForm::kKeyLine: KeyLine(key); break;
+    case LineForm::kMsgBox:
+      MessageBox(line);
+      break;
+    case LineForm::kRegistry:
+      RegistryJump(key);
+      break;
+    case LineForm::kCapsLock:
+      input_.SetLockKey(20, basic::Trim(basic::Mid(key, 9)));
+      break;
+    case LineForm::kNumLock:
+      input_.SetLockKey(144, basic::Trim(basic::Mid(key, 8)));
+      break;
+    case LineForm::kPointer:
+      Pointer(key);
+      break;
+    case LineForm::kMouseButton:
+      input_.PlayMouseLine(key);
+      break;
+    case LineForm::kWheel:
+      input_.Wheel(basic::Mid(key, 7));
+      break;
+    case LineForm::kKeyLine:
+      KeyLine(key);
+      break;
   }
 }
 

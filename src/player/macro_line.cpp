@@ -8,8 +8,12 @@ namespace kx {
 
 namespace {
 
-bool Is(std::string_view key, std::string_view word) { return key == word; }
-bool Starts(std::string_view key, std::string_view prefix) { return key.starts_with(prefix); }
+bool Is(std::string_view key, std::string_view word) {
+  return key == word;
+}
+bool Starts(std::string_view key, std::string_view prefix) {
+  return key.starts_with(prefix);
+}
 bool IsAnyOf(std::string_view key, std::initializer_list<std::string_view> words) {
   for (auto w : words)
     if (key == w) return true;
@@ -26,7 +30,10 @@ struct FormTest {
 // the key-name fallback, "copyall" copies "all".
 constexpr std::array kForms = {
     FormTest{LineForm::kWindow, [](auto k, auto&) { return Starts(k, "w "); }},
-    FormTest{LineForm::kLock, [](auto k, auto&) { return IsAnyOf(k, {"lock", "unlock"}); }},
+    FormTest{LineForm::kLock,
+             [](auto k, auto&) {
+               return IsAnyOf(k, {"lock", "unlock"});
+             }},
     FormTest{LineForm::kMacroFile, [](auto k, auto&) { return Starts(k, "mf"); }},
     FormTest{LineForm::kWait, [](auto k, auto&) { return IsWaitKey(k); }},
     FormTest{LineForm::kFile, [](auto k, FilePort& files) { return files.IsFile(k); }},
@@ -79,10 +86,9 @@ constexpr std::array kForms = {
              [](auto k, auto&) { return Starts(k, "numlock") && basic::Length(k) >= 9; }},
     FormTest{LineForm::kPointer,
              [](auto k, auto&) { return Starts(k, "mousepos") || Starts(k, "mouclpos"); }},
-    FormTest{LineForm::kMouseButton,
-             [](auto k, auto&) {
-               return Starts(k, "lmou") || Starts(k, "rmou") || Starts(k, "mmou");
-             }},
+    FormTest{
+        LineForm::kMouseButton,
+        [](auto k, auto&) { return Starts(k, "lmou") || Starts(k, "rmou") || Starts(k, "mmou"); }},
     FormTest{LineForm::kWheel, [](auto k, auto&) { return Starts(k, "wheel"); }},
 };
 
@@ -101,13 +107,17 @@ std::string SubstituteVariables(std::string_view raw, const VariableTable& varia
   return line;
 }
 
-std::string KeyOf(std::string_view substituted) { return basic::LCase(basic::Trim(substituted)); }
+std::string KeyOf(std::string_view substituted) {
+  return basic::LCase(basic::Trim(substituted));
+}
 
 bool IsAssignment(std::string_view raw) {
   return KeyOf(raw).starts_with("#") && raw.find('=') != std::string_view::npos;
 }
 
-bool IsWaitKey(std::string_view key) { return key.size() >= 2 && basic::IsNumeric(key); }
+bool IsWaitKey(std::string_view key) {
+  return key.size() >= 2 && basic::IsNumeric(key);
+}
 
 BlockForm ClassifyBlock(std::string_view key) {
   if (key == "<switch>") return BlockForm::kSwitch;

@@ -79,10 +79,17 @@ void Player::sLoopPlay() {
   lastEnd_ = playing_ ? PlayEnd::kCompleted : stoppedByUser_ ? PlayEnd::kStopped : PlayEnd::kPaused;
   if (playing_ || stoppedByUser_) {
     switch (options_.endNotifier) {
-      case 1: sys_.notify.Beep(); break;
-      case 2: sys_.dialogs.MessageBox(view_.MainWindow(), kEndMessage, options_.appTitle); break;
-      case 3: sys_.notify.FlashWindow(kFlashCount); break;
-      default: break;
+      case 1:
+        sys_.notify.Beep();
+        break;
+      case 2:
+        sys_.dialogs.MessageBox(view_.MainWindow(), kEndMessage, options_.appTitle);
+        break;
+      case 3:
+        sys_.notify.FlashWindow(kFlashCount);
+        break;
+      default:
+        break;
     }
   }
   if (options_.trace) view_.ClearHighlight();

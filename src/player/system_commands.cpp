@@ -14,9 +14,12 @@ struct PowerWord {
 };
 
 constexpr std::array kPowerWords = {
-    PowerWord{"logoff", PowerAction::kLogoff},       PowerWord{"shutdown", PowerAction::kShutdown},
-    PowerWord{"reboot", PowerAction::kReboot},       PowerWord{"standby", PowerAction::kStandby},
-    PowerWord{"hibernate", PowerAction::kHibernate}, PowerWord{"monitoron", PowerAction::kMonitorOn},
+    PowerWord{"logoff", PowerAction::kLogoff},
+    PowerWord{"shutdown", PowerAction::kShutdown},
+    PowerWord{"reboot", PowerAction::kReboot},
+    PowerWord{"standby", PowerAction::kStandby},
+    PowerWord{"hibernate", PowerAction::kHibernate},
+    PowerWord{"monitoron", PowerAction::kMonitorOn},
     PowerWord{"monitoroff", PowerAction::kMonitorOff},
 };
 
@@ -26,9 +29,9 @@ struct CleanupWord {
 };
 
 constexpr std::array kCleanupWords = {
-    CleanupWord{"cookie", Cleanup::kCookie},   CleanupWord{"cache", Cleanup::kCache},
-    CleanupWord{"recent", Cleanup::kRecent},   CleanupWord{"recycle", Cleanup::kRecycle},
-    CleanupWord{"temp", Cleanup::kTemp},       CleanupWord{"history", Cleanup::kHistory},
+    CleanupWord{"cookie", Cleanup::kCookie}, CleanupWord{"cache", Cleanup::kCache},
+    CleanupWord{"recent", Cleanup::kRecent}, CleanupWord{"recycle", Cleanup::kRecycle},
+    CleanupWord{"temp", Cleanup::kTemp},     CleanupWord{"history", Cleanup::kHistory},
 };
 
 // The registry editor's name for the root of its tree.

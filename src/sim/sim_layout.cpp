@@ -44,6 +44,8 @@ std::int16_t SimSystem::VkKeyScan(char32_t ch) {
   return -1;
 }
 
-bool SimSystem::IsCharUpper(char32_t ch) { return ch >= 'A' && ch <= 'Z'; }
+bool SimSystem::IsCharUpper(char32_t ch) {
+  return ch >= 'A' && ch <= 'Z';
+}
 
 }  // namespace kx::sim

@@ -17,12 +17,14 @@ std::string Lower(std::string_view s) {
   return out;
 }
 
-bool SameText(std::string_view a, std::string_view b) { return Lower(a) == Lower(b); }
+bool SameText(std::string_view a, std::string_view b) {
+  return Lower(a) == Lower(b);
+}
 
 std::string ButtonWords(std::uint32_t flags) {
   static constexpr std::pair<std::uint32_t, const char*> kWords[] = {
-      {kMouseLeftDown, "ldown"},   {kMouseLeftUp, "lup"},     {kMouseRightDown, "rdown"},
-      {kMouseRightUp, "rup"},      {kMouseMiddleDown, "mdown"}, {kMouseMiddleUp, "mup"},
+      {kMouseLeftDown, "ldown"}, {kMouseLeftUp, "lup"},       {kMouseRightDown, "rdown"},
+      {kMouseRightUp, "rup"},    {kMouseMiddleDown, "mdown"}, {kMouseMiddleUp, "mup"},
   };
   std::string out;
   for (const auto& [flag, word] : kWords)
@@ -73,7 +75,9 @@ bool SimSystem::SendMouse(std::span<const MouseRecord> records) {
   return true;
 }
 
-void SimSystem::Wheel(int delta) { Record("wheel", "\"delta\":" + std::to_string(delta)); }
+void SimSystem::Wheel(int delta) {
+  Record("wheel", "\"delta\":" + std::to_string(delta));
+}
 
 void SimSystem::SetCursorPos(Point screen) {
   cursor_ = screen;
@@ -109,7 +113,9 @@ WindowHandle SimSystem::Find(std::optional<std::string_view> className,
   return 0;
 }
 
-bool SimSystem::IsWindow(WindowHandle window) { return WindowByHandle(window) != nullptr; }
+bool SimSystem::IsWindow(WindowHandle window) {
+  return WindowByHandle(window) != nullptr;
+}
 
 bool SimSystem::IsMinimized(WindowHandle window) {
   auto* w = WindowByHandle(window);
@@ -223,7 +229,8 @@ void SimSystem::Sleep(int milliseconds) {
 void SimSystem::WaitForMessageOrTimeout(double milliseconds) {
   // The wait ends just past its deadline (a real clock never lands exactly on
   // it), or when a hotkey message arrives first.
-  std::int64_t target = clockUs_ + static_cast<std::int64_t>(std::ceil(std::max(0.0, milliseconds) * 1000)) + 1;
+  std::int64_t target =
+      clockUs_ + static_cast<std::int64_t>(std::ceil(std::max(0.0, milliseconds) * 1000)) + 1;
   if (auto next = NextHotkeyUs(); next && *next < target) target = std::max(*next, clockUs_);
   clockUs_ = target;
 }
@@ -240,8 +247,11 @@ LocalTime SimSystem::Now() {
     return static_cast<std::int64_t>(era) * 146097 + doe - 719468;
   };
   const std::int64_t startMs =
-      ((daysFromCivil(startTime_.year, startTime_.month, startTime_.day) * 24 + startTime_.hour) * 60 +
-       startTime_.minute) * 60000 + startTime_.second * 1000 + startTime_.millisecond;
+      ((daysFromCivil(startTime_.year, startTime_.month, startTime_.day) * 24 + startTime_.hour) *
+           60 +
+       startTime_.minute) *
+          60000 +
+      startTime_.second * 1000 + startTime_.millisecond;
   const std::int64_t ms = startMs + clockUs_ / 1000;
   std::int64_t z = ms / 86400000 + 719468;
   const std::int64_t msOfDay = ms % 86400000;
@@ -264,12 +274,18 @@ LocalTime SimSystem::Now() {
 
 // --- notifications, power, registry ---
 
-void SimSystem::Beep() { Record("beep"); }
-void SimSystem::FlashWindow(int) { Record("flash"); }
+void SimSystem::Beep() {
+  Record("beep");
+}
+void SimSystem::FlashWindow(int) {
+  Record("flash");
+}
 void SimSystem::Balloon(std::string_view, std::string_view text) {
   Record("balloon", "\"text\":" + JsonString(text));
 }
-void SimSystem::SetCaption(std::string_view text) { Record("caption", "\"text\":" + JsonString(text)); }
+void SimSystem::SetCaption(std::string_view text) {
+  Record("caption", "\"text\":" + JsonString(text));
+}
 void SimSystem::SetStatusText(std::string_view text) {
   status_ = std::string(text);
   Record("status", "\"text\":" + JsonString(text));
@@ -277,7 +293,9 @@ void SimSystem::SetStatusText(std::string_view text) {
 void SimSystem::Power(PowerAction action) {
   Record("power", "\"action\":" + JsonString(PowerActionWord(action)));
 }
-void SimSystem::Clean(kx::Cleanup what) { Record("cleanup", "\"what\":" + JsonString(CleanupWord(what))); }
+void SimSystem::Clean(kx::Cleanup what) {
+  Record("cleanup", "\"what\":" + JsonString(CleanupWord(what)));
+}
 bool SimSystem::SetRegeditLastKey(std::string_view path) {
   regeditKey_ = std::string(path);
   Record("regedit", "\"key\":" + JsonString(path));

@@ -43,6 +43,7 @@ class SimSystem final : public InputPort,
 
   // --- set-up of the simulated world ---
   Trace& trace() { return trace_; }
+  const Trace& trace() const { return trace_; }
   std::int64_t NowUs() const { return clockUs_; }
   std::int64_t NowMs() const { return clockUs_ / 1000; }
   void ResetClock() { clockUs_ = 0; }
@@ -63,7 +64,9 @@ class SimSystem final : public InputPort,
   // The next n clipboard writes fail, as when another program holds it.
   void FailClipboardWrites(int n) { failingClipboardWrites_ = n; }
   void SetToggle(int vk, bool on) { toggles_[vk] = on; }
-  void QueueInputBoxAnswer(std::optional<std::string> answer) { inputAnswers_.push_back(std::move(answer)); }
+  void QueueInputBoxAnswer(std::optional<std::string> answer) {
+    inputAnswers_.push_back(std::move(answer));
+  }
   void SetEnvironment(std::string name, std::string value);
   void SetCommandLine(std::string text) { commandLine_ = std::move(text); }
   void SetStartTime(LocalTime t) { startTime_ = t; }

@@ -3,7 +3,8 @@
 namespace kx::sim {
 
 void SimView::OnAssigned(const std::string& name, const std::string& value) {
-  sim_.trace().Add(sim_.NowMs(), "var", "\"name\":" + JsonString(name) + ",\"value\":" + JsonString(value));
+  sim_.trace().Add(sim_.NowMs(), "var",
+                   "\"name\":" + JsonString(name) + ",\"value\":" + JsonString(value));
 }
 
 void SimView::OnLineFailed(int line) {

@@ -9,7 +9,9 @@ namespace kx::basic {
 
 namespace {
 
-bool IsContinuation(char c) { return (static_cast<unsigned char>(c) & 0xC0) == 0x80; }
+bool IsContinuation(char c) {
+  return (static_cast<unsigned char>(c) & 0xC0) == 0x80;
+}
 
 // Byte offset of the character with the given index (from 0), or s.size().
 std::size_t OffsetOfChar(std::string_view s, std::size_t index) {
@@ -58,8 +60,12 @@ std::string_view TrimLeft(std::string_view s) {
   return s;
 }
 
-std::string LCase(std::string_view s) { return MapCase(s, 'A', 0x21, 32); }
-std::string UCase(std::string_view s) { return MapCase(s, 'a', 0x41, -32); }
+std::string LCase(std::string_view s) {
+  return MapCase(s, 'A', 0x21, 32);
+}
+std::string UCase(std::string_view s) {
+  return MapCase(s, 'a', 0x41, -32);
+}
 
 std::size_t Length(std::string_view s) {
   std::size_t n = 0;
@@ -73,7 +79,9 @@ std::string_view Mid(std::string_view s, std::size_t start) {
   return s.substr(OffsetOfChar(s, start - 1));
 }
 
-std::string_view Left(std::string_view s, std::size_t n) { return s.substr(0, OffsetOfChar(s, n)); }
+std::string_view Left(std::string_view s, std::size_t n) {
+  return s.substr(0, OffsetOfChar(s, n));
+}
 
 std::optional<std::string_view> DropLast(std::string_view s) {
   if (s.empty()) return std::nullopt;
@@ -149,7 +157,9 @@ std::optional<double> ToDouble(std::string_view s) {
   return value;
 }
 
-bool IsNumeric(std::string_view s) { return ToDouble(s).has_value(); }
+bool IsNumeric(std::string_view s) {
+  return ToDouble(s).has_value();
+}
 
 double Val(std::string_view s) {
   std::string compact;
@@ -164,7 +174,8 @@ double Val(std::string_view s) {
     while (i < compact.size() && std::isdigit(static_cast<unsigned char>(compact[i]))) ++i;
   }
   std::size_t end = i;
-  if (i < compact.size() && (compact[i] == 'e' || compact[i] == 'E' || compact[i] == 'd' || compact[i] == 'D')) {
+  if (i < compact.size() &&
+      (compact[i] == 'e' || compact[i] == 'E' || compact[i] == 'd' || compact[i] == 'D')) {
     std::size_t j = i + 1;
     if (j < compact.size() && (compact[j] == '+' || compact[j] == '-')) ++j;
     const std::size_t expStart = j;
@@ -178,7 +189,9 @@ double Val(std::string_view s) {
   return std::isfinite(value) ? value : 0.0;
 }
 
-double RoundHalfEven(double x) { return std::nearbyint(x); }
+double RoundHalfEven(double x) {
+  return std::nearbyint(x);
+}
 
 std::optional<std::int32_t> ToLong(double x) {
   if (!std::isfinite(x)) return std::nullopt;
