@@ -1,0 +1,52 @@
+#!/usr/bin/env bash
+# kx run --dry: the trace of a small macro, a stop, and bad input.
+# Usage: run_dry.sh EMULATOR KX  (EMULATOR is empty natively)
+set -u
+emu=$1
+kx=$2
+dir=$(mktemp -d)
+trap 'rm -rf "$dir"' EXIT
+fail=0
+run() { $emu "$kx" "$@" 2>/dev/null | tr -d '\r'; }
+check() { # name expected actual
+  if [ "$2" != "$3" ]; then
+    echo "FAIL: $1"; echo "  expected: $2"; echo "  actual:   $3"; fail=1
+  fi
+}
+
+printf 'key A\r\nkeys ctrl+c\r\n10\r\nbeep' > "$dir/m.ksx"
+out=$(run run --dry "$dir/m.ksx")
+check "trace" '{"t":100,"ev":"caption","text":"残り1回"}
+{"t":100,"ev":"keys","keys":[[16,"down"],[65,"down"],[65,"up"],[16,"up"]]}
+{"t":108,"ev":"keys","keys":[[17,"down"],[67,"down"],[67,"up"],[17,"up"]]}
+{"t":118,"ev":"beep"}
+{"t":118,"ev":"caption","text":"Kestrelix"}
+{"t":118,"ev":"end","reason":"completed","current_line":0,"cycles_left":0}' "$out"
+
+out=$(run run --dry --speed 8 --loops 2 "$dir/m.ksx" | grep -c '"ev":"beep"')
+check "loops" "2" "$out"
+
+printf '60000\r\nbeep' > "$dir/long.ksx"
+out=$(run run --dry --stop-at 250 "$dir/long.ksx" | tail -1)
+check "stop" '{"t":250,"ev":"end","reason":"stopped","current_line":0,"cycles_left":1}' "$out"
+
+printf 'a\r\n<pause>\r\nb' > "$dir/pause.ksx"
+out=$(run run --dry "$dir/pause.ksx" | tail -1 | sed 's/"t":[0-9]*,//')
+check "pause" '{"ev":"end","reason":"paused","current_line":2,"cycles_left":1}' "$out"
+
+printf -- '-50\r\ngoto 1' > "$dir/endless.ksx"
+out=$(run run --dry --max-lines 1000 "$dir/endless.ksx" | tail -1 | sed 's/.*"reason":"\([a-z]*\)".*/\1/')
+check "limit" 'limit' "$out"
+
+printf 'goto 7\r\nbeep' > "$dir/bad.ksx"
+out=$(run run --dry "$dir/bad.ksx" | grep '"error"' | sed 's/"t":[0-9]*,//')
+check "error" '{"ev":"error","line":7}' "$out"
+
+head -c 20000 /dev/urandom > "$dir/binary.ksx"
+run run --dry --max-lines 100000 "$dir/binary.ksx" | tail -1 | grep -q '"ev":"end"' || { echo "FAIL: binary file"; fail=1; }
+
+$emu "$kx" run --dry "$dir/none.ksx" >/dev/null 2>&1 && { echo "FAIL: missing file accepted"; fail=1; }
+$emu "$kx" run "$dir/m.ksx" >/dev/null 2>&1 && { echo "FAIL: run without --dry accepted"; fail=1; }
+
+[ $fail -eq 0 ] && echo "run_dry: all passed"
+exit $fail
