@@ -11,3 +11,14 @@ target_link_options(Kestrelix PRIVATE -municode)
 add_executable(kx_target WIN32 ${CMAKE_SOURCE_DIR}/tests/e2e/target/kx_target.cpp)
 target_compile_options(kx_target PRIVATE ${KX_WARNINGS})
 target_link_options(kx_target PRIVATE -municode)
+
+# End-to-end tests: each script runs in its own Wine environment (virtual
+# display, private prefix). They share the prefix, so they run one at a time.
+file(GLOB KX_E2E_TESTS CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/e2e/*_test.sh)
+foreach(t ${KX_E2E_TESTS})
+  get_filename_component(name ${t} NAME_WE)
+  add_test(NAME win64.e2e.${name}
+           COMMAND ${CMAKE_SOURCE_DIR}/scripts/wine-env bash ${t} $<TARGET_FILE_DIR:Kestrelix>
+                   ${CMAKE_BINARY_DIR}/e2e)
+  set_tests_properties(win64.e2e.${name} PROPERTIES RESOURCE_LOCK kx_wine_e2e TIMEOUT 300)
+endforeach()

@@ -4,6 +4,8 @@
 
 #include <cmath>
 
+#include "sys/win32/windows_api.h"
+
 #ifndef CREATE_WAITABLE_TIMER_HIGH_RESOLUTION
 #define CREATE_WAITABLE_TIMER_HIGH_RESOLUTION 0x00000002
 #endif

@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "sys/win32/wide.h"
+#include "sys/win32/windows_api.h"
 
 namespace kx::win32 {
 

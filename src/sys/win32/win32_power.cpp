@@ -8,7 +8,6 @@
 #include <string_view>
 
 #include "sys/win32/unique_handle.h"
-#include "sys/win32/windows_api.h"
 
 namespace kx::win32 {
 

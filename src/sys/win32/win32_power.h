@@ -3,6 +3,7 @@
 #include <string>
 
 #include "sys/power_port.h"
+#include "sys/win32/windows_api.h"
 
 namespace kx::win32 {
 

@@ -6,7 +6,6 @@
 
 #include "sys/win32/unique_handle.h"
 #include "sys/win32/wide.h"
-#include "sys/win32/windows_api.h"
 
 namespace kx::win32 {
 

@@ -1,6 +1,7 @@
 #pragma once
 // Opening files, programs and addresses through ShellExecuteExW.
 #include "sys/shell_port.h"
+#include "sys/win32/windows_api.h"
 
 namespace kx::win32 {
 

@@ -1,6 +1,8 @@
 #pragma once
-// The Windows headers, as every Win32 file here includes them. The macro
-// MessageBox is removed: it would rename the dialog port's method of that
-// name in some files and not in others.
+// The Windows headers, as every Win32 file here includes them. Macros that
+// share a name with a port's method are removed: they would rename that
+// method in some files and not in others.
 #include <windows.h>
 #undef MessageBox
+#undef VkKeyScan
+#undef IsCharUpper

@@ -1,15 +1,21 @@
 // kx_target.exe: a plain window with an edit box and a few standard controls
 // that logs every keyboard and mouse message it receives, one line each, to
-// the file named on its command line. The end-to-end tests read the log.
+// the file named first on its command line. The window's title is the rest
+// of the command line, "KxTarget" when there is none. The end-to-end tests
+// read the log.
 //
 // Line format (tab-separated key=value):
 //   ready hwnd=H client=X,Y            once, the client origin on the screen
-//   t=US wall=US msg=NAME vk=N scan=N ext=0|1 x=N y=N [delta=N]
-// t is the performance counter in microseconds, wall the system time in
+//   t=US wall=US mt=MS msg=NAME vk=N scan=N ext=0|1     keyboard messages
+//   t=US wall=US mt=MS msg=NAME x=N y=N delta=N          mouse messages
+// t is the performance counter in microseconds when the message was taken
+// from the queue, mt the message's own time stamp (milliseconds, set when the
+// input was queued), wall the system time in
 // microseconds since 1970 (comparable with the clock of the test scripts), x
 // and y are positions in the main window's client area.
 #include <windows.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <string>
 
@@ -93,9 +99,9 @@ void LogMessage(const Log& log, HWND main, const MSG& msg) {
   const long long wall = log.Wall();
   if (msg.message >= WM_KEYFIRST && msg.message <= WM_KEYLAST) {
     const auto lp = static_cast<unsigned long long>(msg.lParam);
-    std::fprintf(log.file, "t=%lld\twall=%lld\tmsg=%s\tvk=%u\tscan=%u\text=%u\n", t, wall, name,
-                 static_cast<unsigned>(msg.wParam), static_cast<unsigned>((lp >> 16) & 0xFF),
-                 static_cast<unsigned>((lp >> 24) & 1));
+    std::fprintf(log.file, "t=%lld\twall=%lld\tmt=%lu\tmsg=%s\tvk=%u\tscan=%u\text=%u\n", t, wall,
+                 msg.time, name, static_cast<unsigned>(msg.wParam),
+                 static_cast<unsigned>((lp >> 16) & 0xFF), static_cast<unsigned>((lp >> 24) & 1));
   } else {
     POINT p{static_cast<short>(LOWORD(msg.lParam)), static_cast<short>(HIWORD(msg.lParam))};
     int delta = 0;
@@ -106,8 +112,8 @@ void LogMessage(const Log& log, HWND main, const MSG& msg) {
     } else {
       ::MapWindowPoints(msg.hwnd, main, &p, 1);
     }
-    std::fprintf(log.file, "t=%lld\twall=%lld\tmsg=%s\tx=%ld\ty=%ld\tdelta=%d\n", t, wall, name,
-                 p.x, p.y, delta);
+    std::fprintf(log.file, "t=%lld\twall=%lld\tmt=%lu\tmsg=%s\tx=%ld\ty=%ld\tdelta=%d\n", t, wall,
+                 msg.time, name, p.x, p.y, delta);
   }
   std::fflush(log.file);
 }
@@ -127,9 +133,21 @@ int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, PWSTR cmd, int) {
   ::QueryPerformanceFrequency(&log.frequency);
   log.precise = reinterpret_cast<Log::PreciseTime>(reinterpret_cast<void*>(
       ::GetProcAddress(::GetModuleHandleW(L"kernel32.dll"), "GetSystemTimePreciseAsFileTime")));
-  std::wstring path = cmd ? cmd : L"";
-  if (path.size() >= 2 && path.front() == L'"') path = path.substr(1, path.size() - 2);
-  if (!path.empty()) log.file = ::_wfopen(path.c_str(), L"w");
+  // The log path comes first, in quotes when it holds a blank.
+  std::wstring line = cmd ? cmd : L"";
+  std::wstring path, title = L"KxTarget";
+  size_t end = 0;
+  if (!line.empty() && line.front() == L'"') {
+    end = line.find(L'"', 1);
+    path = line.substr(1, end == std::wstring::npos ? std::wstring::npos : end - 1);
+    end = end == std::wstring::npos ? line.size() : end + 1;
+  } else {
+    end = std::min(line.find(L' '), line.size());
+    path = line.substr(0, end);
+  }
+  while (end < line.size() && line[end] == L' ') ++end;
+  if (end < line.size()) title = line.substr(end);
+  if (!path.empty()) log.file = ::_wfopen(path.c_str(), L"wb");
 
   WNDCLASSW wc{};
   wc.lpfnWndProc = Proc;
@@ -139,7 +157,7 @@ int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, PWSTR cmd, int) {
   wc.lpszClassName = kClass;
   wc.style = CS_DBLCLKS;
   ::RegisterClassW(&wc);
-  HWND main = ::CreateWindowExW(0, kClass, L"KxTarget", WS_OVERLAPPEDWINDOW, 100, 100, 520, 400,
+  HWND main = ::CreateWindowExW(0, kClass, title.c_str(), WS_OVERLAPPEDWINDOW, 100, 100, 520, 400,
                                 nullptr, nullptr, instance, nullptr);
   auto child = [&](const wchar_t* cls, const wchar_t* text, DWORD style, int x, int y, int w,
                    int h) {
