@@ -210,6 +210,14 @@ TEST(PlayerVariables, AssignmentsStoreTextAndAreSubstitutedLater) {
   EXPECT_EQ(*f.player.Variables().Find("#who"), "2");
 }
 
+TEST(PlayerVariables, SmallResultsAreStoredInPlainDecimals) {
+  PlayFixture f;
+  f.Play({"#a = 1/100000", "#b = 1+2*3^2", "#n = #b"});
+  EXPECT_EQ(f.Effects("var"), (std::vector<std::string>{R"({"ev":"var","name":"#a","value":"0.00001"})",
+                                                         R"({"ev":"var","name":"#b","value":"37"})",
+                                                         R"({"ev":"var","name":"#n","value":"37"})"}));
+}
+
 TEST(PlayerVariables, EveryPlayStartsWithAnEmptyTable) {
   PlayFixture f;
   f.Play({"#a = 1"});
