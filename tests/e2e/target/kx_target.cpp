@@ -147,6 +147,8 @@ int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, PWSTR cmd, int) {
   }
   while (end < line.size() && line[end] == L' ') ++end;
   if (end < line.size()) title = line.substr(end);
+  if (title.size() >= 2 && title.front() == L'"' && title.back() == L'"')
+    title = title.substr(1, title.size() - 2);
   if (!path.empty()) log.file = ::_wfopen(path.c_str(), L"wb");
 
   WNDCLASSW wc{};

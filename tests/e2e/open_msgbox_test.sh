@@ -1,0 +1,31 @@
+#!/usr/bin/env bash
+# A macro named by a quoted path with a blank is run; its line "notepad"
+# starts Notepad and its msgbox line shows a message box, which is found and
+# closed with a key, after which the program ends.
+. "$(dirname "$0")/lib.sh"
+
+mkdir -p "$WORK/my macros"
+write_macro "$WORK/my macros/open test.ksx" \
+  "notepad" \
+  "msgbox テストが終わりました"
+wine "$BIN/Kestrelix.exe" "$(winpath "$WORK/my macros/open test.ksx")" >/dev/null 2>&1 &
+kx=$!
+E2E_PIDS+=($kx)
+
+box=""
+for _ in $(seq 200); do
+  box=$(xdotool search --onlyvisible --name '^Kestrelix$' 2>/dev/null | head -n1 || true)
+  [ -n "$box" ] && break
+  sleep 0.1
+done
+[ -n "$box" ] || fail "no message box titled Kestrelix"
+xdotool search --onlyvisible --classname notepad.exe >/dev/null || fail "notepad did not start"
+shot msgbox
+xdotool windowfocus --sync "$box"
+xdotool key Return
+for _ in $(seq 100); do
+  kill -0 "$kx" 2>/dev/null || break
+  sleep 0.1
+done
+! kill -0 "$kx" 2>/dev/null || fail "Kestrelix.exe still runs after the message box was closed"
+wait "$kx" || fail "Kestrelix.exe ended with an error"
