@@ -8,6 +8,9 @@ mkdir -p "$WORK/my macros"
 write_macro "$WORK/my macros/open test.ksx" \
   "notepad" \
   "msgbox テストが終わりました"
+# Saved as the program saves macros: UTF-8 with a byte-order mark.
+{ printf '\xef\xbb\xbf'; cat "$WORK/my macros/open test.ksx"; } >"$WORK/bom.ksx"
+mv "$WORK/bom.ksx" "$WORK/my macros/open test.ksx"
 wine "$BIN/Kestrelix.exe" "$(winpath "$WORK/my macros/open test.ksx")" >/dev/null 2>&1 &
 kx=$!
 E2E_PIDS+=($kx)
