@@ -27,8 +27,12 @@ size_t Count(const FunctionCall& c, int index) {
 }
 
 Value Repeat(size_t count, char32_t ch) {
-  if (count * 4 > kMaxTextBytes) Fail(EvalErrorCode::kOutOfMemory);
-  return Text(std::u32string(count, ch));
+  const std::string one = EncodeUtf8(std::u32string(1, ch));
+  if (count > kMaxTextBytes / one.size()) Fail(EvalErrorCode::kOutOfMemory);
+  std::string out;
+  out.reserve(count * one.size());
+  for (size_t i = 0; i < count; ++i) out += one;
+  return Value::String(std::move(out));
 }
 
 std::int16_t FirstCharCode(const FunctionCall& c) {
