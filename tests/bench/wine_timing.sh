@@ -1,0 +1,101 @@
+#!/usr/bin/env bash
+# Benchmark of the real waits under Wine, by hand (not a pass/fail test):
+#   scripts/wine-env bash tests/bench/wine_timing.sh BIN_DIR [OUT_DIR]
+# Measures through the target program's timestamps how far 8 ms line pauses,
+# 8 ms and 100 ms wait lines land from their nominal time, the drift after
+# 1,000 steps, the time from the Play hotkey to the last injected key, and the
+# processor time Kestrelix.exe and the Wine server use during a 10-second wait.
+set -euo pipefail
+BIN=$1
+OUT=${2:-$KX_ROOT/build/bench}
+mkdir -p "$OUT"
+winpath() { printf 'Z:%s' "${1//\//\\}"; }
+macro() { local f=$1; shift; python3 -c 'import sys; open(sys.argv[1],"wb").write("\r\n".join(sys.argv[2:]).encode())' "$f" "$@"; }
+
+wine "$BIN/kx_target.exe" "$(winpath "$OUT/target.log")" >/dev/null 2>&1 &
+target=$!
+trap 'kill $target 2>/dev/null || true' EXIT
+for _ in $(seq 300); do grep -q '^ready' "$OUT/target.log" 2>/dev/null && break; sleep 0.1; done
+
+run_series() {  # name, lines...
+  sleep 1
+  local name=$1; shift
+  macro "$OUT/$name.ksx" "w kxtarget" "$@"
+  : >"$OUT/target.log.mark"
+  local before; before=$(wc -l <"$OUT/target.log")
+  wine "$BIN/Kestrelix.exe" "$(winpath "$OUT/$name.ksx")" >/dev/null 2>&1
+  sleep 0.3
+  tail -n +$((before + 1)) "$OUT/target.log" >"$OUT/$name.log"
+}
+repeat() { local n=$1; shift; for _ in $(seq "$n"); do printf '%s\n' "$@"; done; }
+
+mapfile -t pause < <(repeat 301 "keys shift")
+run_series linepause "${pause[@]}"
+mapfile -t w8 < <(repeat 1000 "keys shift" "08"; echo "keys shift")
+run_series wait8 "${w8[@]}"
+mapfile -t w100 < <(repeat 300 "keys shift" "100"; echo "keys shift")
+run_series wait100 "${w100[@]}"
+
+# Stop: keys every line pause for a long time, then the Play hotkey.
+# F12 rather than Shift: a held modifier would change the hotkey's chord.
+mapfile -t long < <(repeat 3000 "keys f12")
+macro "$OUT/stop.ksx" "w kxtarget" "${long[@]}"
+before=$(wc -l <"$OUT/target.log")
+wine "$BIN/Kestrelix.exe" "$(winpath "$OUT/stop.ksx")" >/dev/null 2>&1 &
+kx=$!
+sleep 3
+xdotool windowfocus --sync "$(xdotool search --onlyvisible --name '^KxTarget$' | head -n1)"
+pressed=$(date +%s%6N)
+xdotool key Pause
+wait $kx || true
+sleep 0.3
+tail -n +$((before + 1)) "$OUT/target.log" >"$OUT/stop.log"
+
+# Processor time during a 10-second wait.
+macro "$OUT/cpu.ksx" "w kxtarget" "keys shift" "13000" "keys shift"
+wine "$BIN/Kestrelix.exe" "$(winpath "$OUT/cpu.ksx")" >/dev/null 2>&1 &
+kx=$!
+sleep 2
+# The Windows process of Kestrelix.exe, as Wine started it.
+kx=$(pgrep -n -f 'Kestrelix.exe' || echo $kx)
+server=""
+for p in $(pgrep -x wineserver || true); do
+  tr '\0' '\n' <"/proc/$p/environ" 2>/dev/null | grep -qx "WINEPREFIX=$WINEPREFIX" && server=$p
+done
+ticks() { awk '{print $14 + $15}' "/proc/$1/stat"; }
+k0=$(ticks $kx); s0=$( [ -n "$server" ] && ticks "$server" || echo 0); t0=$(date +%s%N)
+sleep 10
+k1=$(ticks $kx); s1=$( [ -n "$server" ] && ticks "$server" || echo 0); t1=$(date +%s%N)
+while kill -0 "$kx" 2>/dev/null; do sleep 0.2; done
+
+python3 - "$OUT" "$pressed" "$((k1 - k0))" "$((s1 - s0))" "$((t1 - t0))" "$(getconf CLK_TCK)" <<'PY'
+import sys, statistics
+out, pressed, kticks, sticks, elapsed_ns, hz = sys.argv[1], int(sys.argv[2]), int(sys.argv[3]), int(sys.argv[4]), int(sys.argv[5]), int(sys.argv[6])
+def downs(name, vk="16"):
+    ev = []
+    for line in open(f"{out}/{name}.log"):
+        f = dict(x.split("=", 1) for x in line.strip().split("\t") if "=" in x)
+        if f.get("msg") == "WM_KEYDOWN" and f.get("vk") == vk:
+            ev.append((int(f["t"]), int(f["wall"])))
+    return ev
+def report(name, nominal_ms, limit=None):
+    ev = downs(name)[: (limit + 1) if limit else None]
+    d = [(b[0] - a[0]) / 1000 - nominal_ms for a, b in zip(ev, ev[1:])]
+    if not d:
+        print(f"{name:10s} no events (the target was not in the foreground?)")
+        return ev
+    d.sort()
+    p99 = d[min(len(d) - 1, int(len(d) * 0.99))]
+    print(f"{name:10s} n={len(d):4d} nominal {nominal_ms:5.0f} ms  late by: median {statistics.median(d):6.3f}  p99 {p99:6.3f}  max {d[-1]:6.3f}  min {d[0]:6.3f} ms")
+    return ev
+report("linepause", 8)
+report("wait8", 8, 300)
+report("wait100", 100)
+ev = downs("wait8")
+steps = len(ev) - 1
+print(f"drift after {steps} steps of 8 ms: {(ev[-1][0] - ev[0][0]) / 1000 - steps * 8:.1f} ms ({((ev[-1][0] - ev[0][0]) / 1000 - steps * 8) / steps:.3f} ms per step)")
+stop = downs("stop", "123")
+last = max(w for _, w in stop)
+print(f"stop: {len(stop)} chords before the stop; last injected key {(last - pressed) / 1000:.1f} ms after xdotool was started to press Pause")
+print(f"CPU during a 10 s wait: Kestrelix {kticks / hz:.3f} s ({100 * kticks / hz / (elapsed_ns / 1e9):.2f}% of a core), wineserver {sticks / hz:.3f} s ({100 * sticks / hz / (elapsed_ns / 1e9):.2f}%)")
+PY
