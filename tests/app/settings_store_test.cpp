@@ -11,6 +11,7 @@
 #include "app/ini_store.h"
 #include "app/settings.h"
 #include "sys/local_files.h"
+#include "text/memory_files.h"
 #ifdef _WIN32
 #include "app/win32/settings_store_win32.h"
 #endif
@@ -139,6 +140,12 @@ TEST_P(SettingsStoreTest, ReadsIntegersAsTheProfileFunctionsDo) {
   }
 }
 
+TEST_P(SettingsStoreTest, CutsAStringAtTheFirstNul) {
+  static constexpr char kWithNul[] = "[Macro]\r\nDefMacro=C:\\a.ksx\0junk\r\n";
+  PutFile(std::string_view(kWithNul, sizeof kWithNul - 1));
+  EXPECT_EQ(store_->ReadString("Macro", "DefMacro"), "C:\\a.ksx");
+}
+
 TEST_P(SettingsStoreTest, MatchesSectionsAndKeysWithoutRegardToCase) {
   PutFile("[other]\r\nHits=1\r\n[MACRO]\r\nhits=2\r\n");
   EXPECT_EQ(store_->ReadInt("Macro", "Hits", 100), 2);
@@ -190,6 +197,11 @@ std::vector<StoreKind> Stores() {
 
 INSTANTIATE_TEST_SUITE_P(EachStore, SettingsStoreTest, ::testing::ValuesIn(Stores()),
                          [](const auto& param) { return std::string(param.param.name); });
+
+TEST(SettingsPath, IsTheIniFileBesideTheProgram) {
+  testing::MemoryFiles files;
+  EXPECT_EQ(SettingsPath(files), "C:\\Kestrelix\\setting.ini");
+}
 
 TEST(ParseProfileInt, ReadsSignsPrefixesAndStopsAtTheFirstOtherCharacter) {
   EXPECT_EQ(ParseProfileInt("-1"), -1);
