@@ -7,8 +7,6 @@
 namespace kx::test {
 namespace {
 
-using Player_ = PlayFixture;
-
 TEST(PlayerCycles, LoopCountBoxGivesTheNumberOfCycles) {
   PlayFixture f;
   f.view.SetLoopCount(3);
