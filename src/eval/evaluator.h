@@ -58,7 +58,7 @@ class Evaluator {
   Value EvalOrThrow(std::string_view text);
   Value SingleOperand(const std::string& operand, std::string_view prepared);
 
-  const EvalEnv& env_;
+  EvalEnv env_;  // two references: cheap to keep, and no dangling temporary
   LastError lastError_ = LastError::kNone;
   int nesting_ = 0;
 };

@@ -90,6 +90,8 @@ Value FnLogN(const FunctionCall& c) {
   return Result(Quotient(Log(c.Number(0)), Log(base)));
 }
 
+// Both sides are compared as doubles, and the larger (smaller) is returned
+// as the double it was compared as.
 Value FnMax(const FunctionCall& c) {
   const double a = c.Number(0);
   const double b = c.Number(1);
