@@ -36,7 +36,7 @@ Value FnOct(const FunctionCall& c) {
   return Value::String(RadixOf(c.Arg(0), 8));
 }
 Value FnVal(const FunctionCall& c) {
-  return Value::Double(LeadingNumber(c.Text(0)));
+  return Value::Double(CheckFinite(LeadingNumber(c.Text(0))));
 }
 Value FnStr(const FunctionCall& c) {
   return Value::String(ToSignedText(c.Arg(0)));

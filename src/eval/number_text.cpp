@@ -194,6 +194,7 @@ double LeadingNumber(std::string_view text) {
     }
   }
   const ParsedNumber p = ParseNumber(std::string_view(s).substr(0, end));
+  if (p.status == ParseStatus::kOverflow) return HUGE_VAL;
   return p.status == ParseStatus::kOk ? p.value : 0;
 }
 

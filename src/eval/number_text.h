@@ -43,7 +43,7 @@ ParsedNumber ParseNumber(std::string_view text);
 ParsedNumber ParseRadix(std::string_view digits, int radix);
 
 // VAL: the leading number of the text, blanks, tabs and line feeds skipped
-// anywhere; no number gives 0.
+// anywhere; no number gives 0, a number too large for a double infinity.
 double LeadingNumber(std::string_view text);
 
 // Digits of the 32-bit (or 16-bit) two's-complement pattern in base 16 or 8.

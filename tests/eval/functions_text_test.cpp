@@ -62,7 +62,7 @@ TEST_F(TextFunctions, ConvertCharacterCodesOfTheJapaneseCodePage) {
 TEST_F(TextFunctions, FailOnBadCountsAndCodes) {
   for (std::string_view e :
        {"LEFT$(\"a\",-1)", "MID$(\"abc\",0)", "SPACE$(-1)", "CHR$(256)", "ASC(\"\")",
-        "STRING$(2,\"\")", "INSTR(0,\"a\",\"a\")", "SPACE$(2000000)"}) {
+        "STRING$(2,\"\")", "INSTR(0,\"a\",\"a\")", "SPACE$(2000000)", "VAL(\"1e999\")"}) {
     sim.SetStatusText("");
     EXPECT_TRUE(Eval(e).IsEmpty()) << e;
     EXPECT_TRUE(Failed()) << e;
