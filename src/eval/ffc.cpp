@@ -5,6 +5,7 @@
 #include "eval/evaluator.h"
 #include "eval/functions.h"
 #include "eval/like.h"
+#include "util/basic_text.h"
 
 namespace kx {
 namespace {
@@ -14,12 +15,6 @@ std::string Upper(std::string_view text) {
   for (char& c : out)
     if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 32);
   return out;
-}
-
-std::string_view TrimBlanks(std::string_view s) {
-  while (!s.empty() && s.front() == ' ') s.remove_prefix(1);
-  while (!s.empty() && s.back() == ' ') s.remove_suffix(1);
-  return s;
 }
 
 // LOG2, LOG10 ...: names that sort between "LOG" and "LOG99" in byte order.
@@ -61,7 +56,7 @@ std::array<std::string, kMaxArguments> SplitArguments(std::string_view text, int
     if (c == ')') --depth;
     if (c != ',' || (depth != 0 && i < text.size())) continue;
     if (count == kMaxArguments) Fail(EvalErrorCode::kSubscriptOutOfRange);
-    args[static_cast<size_t>(count++)] = std::string(TrimBlanks(text.substr(start, i - start)));
+    args[static_cast<size_t>(count++)] = std::string(basic::Trim(text.substr(start, i - start)));
     start = i + 1;
   }
   return args;

@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include "sys/win32/unique_handle.h"
 #include "text/utf.h"
 
 namespace kx {
@@ -17,21 +18,6 @@ std::string Narrow(std::wstring_view wide) {
   return Utf16ToUtf8(
       std::u16string_view(reinterpret_cast<const char16_t*>(wide.data()), wide.size()));
 }
-
-class FileHandle {
- public:
-  explicit FileHandle(HANDLE handle) : handle_(handle) {}
-  ~FileHandle() {
-    if (valid()) CloseHandle(handle_);
-  }
-  FileHandle(const FileHandle&) = delete;
-  FileHandle& operator=(const FileHandle&) = delete;
-  bool valid() const { return handle_ != INVALID_HANDLE_VALUE; }
-  HANDLE get() const { return handle_; }
-
- private:
-  HANDLE handle_;
-};
 
 }  // namespace
 
@@ -62,9 +48,9 @@ void ProfileSettingsStore::Delete(std::string_view section, std::string_view key
 }
 
 void ProfileSettingsStore::CreateUnicodeFile() {
-  FileHandle file(CreateFileW(path_.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW,
-                              FILE_ATTRIBUTE_NORMAL, nullptr));
-  if (!file.valid()) return;  // it exists already, or cannot be made
+  win32::unique_file file(CreateFileW(path_.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW,
+                                      FILE_ATTRIBUTE_NORMAL, nullptr));
+  if (!file) return;  // it exists already, or cannot be made
   static constexpr BYTE kMark[] = {0xFF, 0xFE};
   DWORD written = 0;
   WriteFile(file.get(), kMark, sizeof kMark, &written, nullptr);
