@@ -2,6 +2,8 @@
 
 #include <array>
 
+#include "text/charset.h"
+
 namespace kx {
 namespace {
 
@@ -81,37 +83,28 @@ std::string EncodeUtf8(std::u32string_view text) {
   return out;
 }
 
+// Both directions go through the platform's code page 932 converter, so every
+// character of the code page (kanji included) has its code.
 std::uint16_t AnsiCode(char32_t ch) {
   if (ch < 0x80) return static_cast<std::uint16_t>(ch);
-  if (ch >= 0xFF61 && ch <= 0xFF9F) return static_cast<std::uint16_t>(ch - 0xFF61 + 0xA1);
-  if (ch >= 0x3041 && ch <= 0x3093) return static_cast<std::uint16_t>(ch - 0x3041 + 0x829F);
-  if (ch >= 0x30A1 && ch <= 0x30F6) {
-    // The katakana row skips the trail byte 0x7F.
-    const auto code = static_cast<std::uint16_t>(ch - 0x30A1 + 0x8340);
-    return code >= 0x837F ? static_cast<std::uint16_t>(code + 1) : code;
-  }
-  if (ch >= 0xFF10 && ch <= 0xFF19) return static_cast<std::uint16_t>(ch - 0xFF10 + 0x824F);
-  if (ch >= 0xFF21 && ch <= 0xFF3A) return static_cast<std::uint16_t>(ch - 0xFF21 + 0x8260);
-  if (ch >= 0xFF41 && ch <= 0xFF5A) return static_cast<std::uint16_t>(ch - 0xFF41 + 0x8281);
-  if (ch == 0x3000) return 0x8140;
-  if (ch == 0x3001) return 0x8141;
-  if (ch == 0x3002) return 0x8142;
-  if (ch == 0x30FC) return 0x815B;
+  const Bytes bytes = EncodeText(kCharsetShiftJis, EncodeUtf8(std::u32string(1, ch)));
+  if (bytes.size() == 1) return bytes[0];
+  // Two bytes are a character only when the first is a lead byte; a character
+  // beyond the code page may come back as two stand-ins ("??").
+  if (bytes.size() == 2 && bytes[0] >= 0x81)
+    return static_cast<std::uint16_t>(bytes[0] << 8 | bytes[1]);
   return '?';
 }
 
 char32_t CharFromAnsi(std::uint16_t code) {
   if (code < 0x80) return code;
-  if (code >= 0xA1 && code <= 0xDF) return static_cast<char32_t>(code - 0xA1 + 0xFF61);
-  // The two-byte ranges above are contiguous, so the reverse is a search.
-  for (char32_t c : {char32_t{0x3000}, char32_t{0x3001}, char32_t{0x3002}, char32_t{0x30FC}})
-    if (AnsiCode(c) == code) return c;
-  const std::pair<char32_t, char32_t> ranges[] = {
-      {0x3041, 0x3093}, {0x30A1, 0x30F6}, {0xFF10, 0xFF19}, {0xFF21, 0xFF3A}, {0xFF41, 0xFF5A}};
-  for (const auto& [lo, hi] : ranges)
-    if (code >= AnsiCode(lo) && code <= AnsiCode(hi))
-      for (char32_t c = lo; c <= hi; ++c)
-        if (AnsiCode(c) == code) return c;
+  const Bytes bytes = code <= 0xFF ? Bytes{static_cast<std::uint8_t>(code)}
+                                   : Bytes{static_cast<std::uint8_t>(code >> 8),
+                                           static_cast<std::uint8_t>(code & 0xFF)};
+  const std::u32string text = DecodeUtf8(DecodeBytes(kCharsetShiftJis, bytes));
+  // A code without a character (a lone lead byte, an unassigned cell) gives the
+  // code page's own stand-in.
+  if (text.size() == 1 && text[0] != 0xFFFD && text[0] != '?' && text[0] != 0) return text[0];
   return 0x30FB;
 }
 

@@ -11,9 +11,9 @@ namespace kx {
 std::u32string DecodeUtf8(std::string_view text);
 std::string EncodeUtf8(std::u32string_view text);
 
-// The code page number of a character: ASCII and half-width katakana in one
-// byte, kana, full-width letters and digits and the ideographic space in two.
-// A character outside these ranges gives "?" (63), the code page's stand-in.
+// The code page 932 number of a character: ASCII and half-width katakana in
+// one byte, everything else of the code page in two. A character outside the
+// code page gives "?" (63), the code page's stand-in.
 std::uint16_t AnsiCode(char32_t ch);
 // The reverse; a code without a character here gives U+30FB, the code
 // page's own stand-in.

@@ -54,6 +54,8 @@ TEST_F(TextFunctions, ConvertCharacterCodesOfTheJapaneseCodePage) {
       {"CHR$(177)", "String", "ｱ"},
       {"KNJ$(\"82A0\")", "String", "あ"},
       {"KNJ$(\"41\")", "String", "A"},
+      {"ASC(\"漢\")", "Integer", "-30017"},
+      {"JIS$(\"漢\")", "String", "8ABF"},
       {"AKCNV$(\"ab 1ｶﾞﾊﾟ\")", "String", "ａｂ　１ガパ"},
       {"KACNV$(\"ａｂ　１ガパ\")", "String", "ab 1ｶﾞﾊﾟ"},
   });
@@ -70,12 +72,15 @@ TEST_F(TextFunctions, FailOnBadCountsAndCodes) {
 }
 
 TEST(TextCodes, MapKanaAndFullWidthFormsBothWays) {
-  for (char32_t c :
-       {U'A', U'ｱ', U'ぁ', U'ん', U'ァ', U'ミ', U'ム', U'ヶ', U'０', U'Ｚ', U'ｚ', U'　'})
+  for (char32_t c : {U'A', U'ｱ', U'ぁ', U'ん', U'ァ', U'ミ', U'ム', U'ヶ', U'０', U'Ｚ', U'ｚ',
+                     U'　', U'漢', U'〒'})
     EXPECT_EQ(CharFromAnsi(AnsiCode(c)), c) << static_cast<int>(c);
   EXPECT_EQ(AnsiCode(U'ミ'), 0x837E);
   EXPECT_EQ(AnsiCode(U'ム'), 0x8380);
-  EXPECT_EQ(AnsiCode(U'漢'), '?');
+  EXPECT_EQ(AnsiCode(U'漢'), 0x8ABF);
+  EXPECT_EQ(AnsiCode(U'😀'), '?');
+  EXPECT_EQ(CharFromAnsi(0x889F), U'亜');
+  EXPECT_EQ(CharFromAnsi(0x81), U'・');
   EXPECT_EQ(CharFromAnsi(0x8140 + 0x3F), U'・');
   EXPECT_EQ(EncodeUtf8(DecodeUtf8("aé漢😀")), "aé漢😀");
   EXPECT_EQ(DecodeUtf8("\xff"), U"\uFFFD");
