@@ -37,10 +37,11 @@ int RunUsage() {
   return 2;
 }
 
-std::string DefaultAppFolder(const std::filesystem::path& file) {
-  auto folder = std::filesystem::absolute(file).parent_path();
-  if (basic::LCase(folder.filename().string()) == "macro") folder = folder.parent_path();
-  return folder.string();
+std::string DefaultAppFolder(const std::string& file) {
+  auto folder = std::filesystem::absolute(std::u8string(file.begin(), file.end())).parent_path();
+  if (folder.filename() == "Macro" || folder.filename() == "macro") folder = folder.parent_path();
+  const std::u8string utf8 = folder.u8string();
+  return std::string(utf8.begin(), utf8.end());
 }
 
 }  // namespace

@@ -1,10 +1,10 @@
 // kx: the command-line tool. Dry-run playback on the simulated system, the
 // expression evaluator, and the encoding tools, one sub-command each.
 #include <cstdio>
-#include <cstring>
 #include <string>
 #include <vector>
 
+#include "kx/arguments.h"
 #include "kx/commands.h"
 
 namespace {
@@ -33,9 +33,11 @@ int Usage() {
 }  // namespace
 
 int main(int argc, char** argv) {
-  if (argc < 2) return Usage();
-  std::vector<std::string> args(argv + 2, argv + argc);
+  std::vector<std::string> args = kx::cli::Utf8Arguments(argc, argv);
+  if (args.empty()) return Usage();
+  const std::string name = args.front();
+  args.erase(args.begin());
   for (const auto& c : kSubCommands)
-    if (std::strcmp(argv[1], c.name) == 0) return c.run(args);
+    if (name == c.name) return c.run(args);
   return Usage();
 }

@@ -21,6 +21,16 @@ bool SameText(std::string_view a, std::string_view b) {
   return Lower(a) == Lower(b);
 }
 
+// Paths are UTF-8 on this side; std::filesystem would read a narrow string in
+// the ANSI code page on Windows.
+std::filesystem::path Utf8Path(std::string_view s) {
+  return std::filesystem::path(std::u8string(s.begin(), s.end()));
+}
+std::string Utf8Of(const std::filesystem::path& p) {
+  const std::u8string u = p.u8string();
+  return std::string(u.begin(), u.end());
+}
+
 std::string ButtonWords(std::uint32_t flags) {
   static constexpr std::pair<std::uint32_t, const char*> kWords[] = {
       {kMouseLeftDown, "ldown"}, {kMouseLeftUp, "lup"},       {kMouseRightDown, "rdown"},
@@ -312,15 +322,15 @@ std::optional<std::string> SimSystem::RealFilePath(std::string_view path) const 
   namespace fs = std::filesystem;
   if (!realFiles_ || path.empty()) return std::nullopt;
   std::error_code ec;
-  const fs::path p{std::string(path)};
-  if (fs::is_regular_file(p, ec)) return p.string();
+  const fs::path p = Utf8Path(path);
+  if (fs::is_regular_file(p, ec)) return Utf8Of(p);
   // Windows names compare without case: look for the last part in its folder.
   const fs::path folder = p.has_parent_path() ? p.parent_path() : fs::path(".");
   if (!fs::is_directory(folder, ec)) return std::nullopt;
-  const std::string want = Lower(p.filename().string());
+  const std::string want = Lower(Utf8Of(p.filename()));
   for (fs::directory_iterator it(folder, ec), end; !ec && it != end; it.increment(ec))
-    if (Lower(it->path().filename().string()) == want && it->is_regular_file(ec))
-      return it->path().string();
+    if (Lower(Utf8Of(it->path().filename())) == want && it->is_regular_file(ec))
+      return Utf8Of(it->path());
   return std::nullopt;
 }
 
@@ -333,7 +343,7 @@ std::optional<Bytes> SimSystem::ReadAll(std::string_view path) {
     return Bytes(it->second.begin(), it->second.end());
   auto real = RealFilePath(path);
   if (!real) return std::nullopt;
-  std::ifstream in(*real, std::ios::binary);
+  std::ifstream in(Utf8Path(*real), std::ios::binary);
   if (!in) return std::nullopt;
   return Bytes(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
 }

@@ -2,8 +2,8 @@
 # kx run --dry: the trace of a small macro, a stop, and bad input.
 # Usage: run_dry.sh EMULATOR KX  (EMULATOR is empty natively)
 set -u
-emu=$1
-kx=$2
+emu=${1:+$(realpath "$1")}
+kx=$(realpath "$2")
 dir=$(mktemp -d)
 trap 'rm -rf "$dir"' EXIT
 fail=0
@@ -41,6 +41,14 @@ check "limit" 'limit' "$out"
 printf 'goto 7\r\nbeep' > "$dir/bad.ksx"
 out=$(run run --dry "$dir/bad.ksx" | grep '"error"' | sed 's/"t":[0-9]*,//')
 check "error" '{"ev":"error","line":7}' "$out"
+
+# Japanese names for the file, the called file and the text typed.
+mkdir -p "$dir/マクロ"
+printf 'key a\r\nmf 子.ksx' > "$dir/マクロ/親.ksx"
+printf 'msgbox 日本語' > "$dir/マクロ/子.ksx"
+out=$(cd "$dir/マクロ" && run run --dry 親.ksx | grep -E '"keys"|"msgbox"' | sed 's/"t":[0-9]*,//')
+check "japanese names" '{"ev":"keys","keys":[[65,"down"],[65,"up"]]}
+{"ev":"msgbox","title":"Kestrelix","text":"日本語"}' "$out"
 
 head -c 20000 /dev/urandom > "$dir/binary.ksx"
 run run --dry --max-lines 100000 "$dir/binary.ksx" | tail -1 | grep -q '"ev":"end"' || { echo "FAIL: binary file"; fail=1; }

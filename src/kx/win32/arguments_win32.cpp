@@ -1,0 +1,21 @@
+#include <shellapi.h>
+#include <windows.h>
+
+#include "kx/arguments.h"
+#include "sys/win32/wide.h"
+
+namespace kx::cli {
+
+// main()'s argv is in the ANSI code page, which cannot hold every character
+// of an expression or a path: the wide command line is read instead.
+std::vector<std::string> Utf8Arguments(int, char**) {
+  std::vector<std::string> out;
+  int count = 0;
+  LPWSTR* wide = ::CommandLineToArgvW(::GetCommandLineW(), &count);
+  if (!wide) return out;
+  for (int i = 1; i < count; ++i) out.push_back(win32::Narrow(wide[i]));
+  ::LocalFree(wide);
+  return out;
+}
+
+}  // namespace kx::cli
