@@ -31,7 +31,9 @@ class AppWindow final : public PlayerView {
 
   // PlayerView
   std::string Text() override;
-  int LoopCount() override { return 1; }
+  int LoopCount() override { return loopCount_; }
+  // The number in the loop-count box.
+  void SetLoopCount(int count) { loopCount_ = count; }
   void SetPlaying(bool playing) override;
   void HighlightLine(int index) override;
   void ClearHighlight() override;
@@ -50,6 +52,7 @@ class AppWindow final : public PlayerView {
   HWND editor_ = nullptr;  // a child: destroyed with the window
   unique_hfont font_;
   std::string fileName_;
+  int loopCount_ = 1;
   std::function<void(int)> onHotkey_;
   std::function<void()> onClose_;
 };

@@ -4,7 +4,9 @@
 #include <string>
 
 #include "app/command_line.h"
+#include "app/player_settings.h"
 #include "app/win32/app_window.h"
+#include "app/win32/settings_store_win32.h"
 #include "player/player.h"
 #include "sys/local_files.h"
 #include "sys/win32/unique_handle.h"
@@ -16,9 +18,6 @@ namespace kx::win32 {
 
 namespace {
 
-// Default Play hotkey: Pause without modifiers.
-constexpr UINT kPlayHotkeyModifiers = 0;
-constexpr UINT kPlayHotkeyKey = VK_PAUSE;
 constexpr wchar_t kInstanceMutex[] = L"Kestrelix.MainInstance";
 
 std::string FileNameOf(const std::string& path) {
@@ -54,9 +53,18 @@ int RunKestrelix(HINSTANCE instance, int show) {
   Player player(ports, window);
   window.OnHotkey([&player](int id) { player.HandleHotkey(id); });
 
+  // The settings are only read here; a command-line run writes none back.
+  ProfileSettingsStore store(SettingsPath(files));
+  const Settings settings = ReadSettings(store);
+  player.Options() = PlayerOptionsFromSettings(settings);
+  window.SetLoopCount(LoopCountFromSettings(settings));
+
   // The Play hotkey is registered before the command line runs, so that it
   // can stop a macro started from there.
-  HotkeyRegistration playHotkey(window.hwnd(), kHotkeyPlay, kPlayHotkeyModifiers, kPlayHotkeyKey);
+  std::optional<HotkeyRegistration> playHotkey;
+  if (const HotkeyChord play = PlayHotkeyFromSettings(settings); play.Registered())
+    playHotkey.emplace(window.hwnd(), kHotkeyPlay, static_cast<UINT>(play.modifiers),
+                       static_cast<UINT>(play.key));
 
   // Command-line run: the first token that names an existing file is played
   // once, and the program ends without writing anything.

@@ -1,0 +1,28 @@
+#include "app/player_settings.h"
+
+#include <algorithm>
+
+#include "player/play_speed.h"
+
+namespace kx {
+
+PlayerOptions PlayerOptionsFromSettings(const Settings& settings) {
+  PlayerOptions options;
+  options.endNotifier = settings.endNotifer;
+  options.releaseModifiers = settings.up;
+  options.speedFactor = SpeedFactorFromRate(settings.rate);
+  options.trace = settings.trace;
+  options.balloon = settings.balloon;
+  return options;
+}
+
+int LoopCountFromSettings(const Settings& settings) {
+  // The box accepts 0 to 9999.
+  return settings.loop ? std::clamp(settings.loopCnt, 0, 9999) : 1;
+}
+
+HotkeyChord PlayHotkeyFromSettings(const Settings& settings) {
+  return {settings.hotkeyPlayMod, settings.hotkeyPlay};
+}
+
+}  // namespace kx

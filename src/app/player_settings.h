@@ -1,0 +1,25 @@
+#pragma once
+// What the player and its hotkeys take from the settings at start-up.
+#include "app/settings.h"
+#include "player/player.h"
+
+namespace kx {
+
+// End notification, modifier release, speed, running-line display and
+// comment balloons.
+PlayerOptions PlayerOptionsFromSettings(const Settings& settings);
+
+// The loop-count box: the stored count when the box is remembered ("Loop"),
+// else the box's own start value of 1.
+int LoopCountFromSettings(const Settings& settings);
+
+struct HotkeyChord {
+  int modifiers = 0;
+  int key = 0;
+  // A hotkey whose modifiers and key are both 0 is not registered.
+  bool Registered() const { return modifiers != 0 || key != 0; }
+};
+
+HotkeyChord PlayHotkeyFromSettings(const Settings& settings);
+
+}  // namespace kx
