@@ -1,0 +1,62 @@
+#!/usr/bin/env bash
+# setting.ini beside the program reaches a command-line play: the remembered
+# loop count, the end dialog and another Play hotkey; the run writes nothing
+# back to the file.
+. "$(dirname "$0")/lib.sh"
+
+app=$WORK/app
+mkdir -p "$app"
+cp "$BIN/Kestrelix.exe" "$app/"
+printf '[Macro]\r\nEndNotifer=2\r\nLoop=-1\r\nLoopCnt=2\r\nHotkeyPlayMod=0\r\nHotkeyPlay=119\r\n' >"$app/setting.ini"
+cp "$app/setting.ini" "$WORK/setting.before"
+
+start_target "$WORK/target.log"
+write_macro "$WORK/twice.ksx" "w kxtarget" "keys shift"
+wine "$app/Kestrelix.exe" "$(winpath "$WORK/twice.ksx")" >/dev/null 2>&1 &
+kx=$!
+E2E_PIDS+=($kx)
+
+box=""
+for _ in $(seq 200); do
+  box=$(xdotool search --onlyvisible --name '^Kestrelix$' 2>/dev/null | head -n1 || true)
+  [ -n "$box" ] && break
+  sleep 0.1
+done
+[ -n "$box" ] || fail "no end dialog"
+shot end_dialog
+expect_eq "two cycles" "$(key_messages "$WORK/target.log")" "DOWN:16 UP:16 DOWN:16 UP:16"
+xdotool windowfocus --sync "$box"
+xdotool key Return
+for _ in $(seq 100); do
+  kill -0 "$kx" 2>/dev/null || break
+  sleep 0.1
+done
+! kill -0 "$kx" 2>/dev/null || fail "Kestrelix.exe still runs after the end dialog was closed"
+cmp -s "$app/setting.ini" "$WORK/setting.before" || fail "the command-line run changed setting.ini"
+
+# F8 is the Play hotkey now: it stops a long play (the end dialog follows,
+# as after any stop by the user).
+write_macro "$WORK/long.ksx" "w kxtarget" "60000" "keys ctrl"
+wine "$app/Kestrelix.exe" "$(winpath "$WORK/long.ksx")" >/dev/null 2>&1 &
+kx=$!
+E2E_PIDS+=($kx)
+sleep 2
+target=$(xdotool search --onlyvisible --name '^KxTarget$' | head -n1)
+xdotool windowfocus --sync "$target"
+xdotool key F8
+box=""
+for _ in $(seq 100); do
+  box=$(xdotool search --onlyvisible --name '^Kestrelix$' 2>/dev/null | head -n1 || true)
+  [ -n "$box" ] && break
+  sleep 0.1
+done
+[ -n "$box" ] || fail "F8 did not stop the play"
+xdotool windowfocus --sync "$box"
+xdotool key Return
+for _ in $(seq 100); do
+  kill -0 "$kx" 2>/dev/null || break
+  sleep 0.1
+done
+! kill -0 "$kx" 2>/dev/null || fail "Kestrelix.exe still runs after the stop"
+key_messages "$WORK/target.log" | grep -q "DOWN:17" && fail "the line after the wait ran"
+true

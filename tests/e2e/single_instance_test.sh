@@ -1,0 +1,27 @@
+#!/usr/bin/env bash
+# A second start without a file hands over to the first instance and ends;
+# a second start with a file plays it even while the first runs.
+. "$(dirname "$0")/lib.sh"
+
+wine "$BIN/Kestrelix.exe" >/dev/null 2>&1 &
+first=$!
+E2E_PIDS+=($first)
+main=""
+for _ in $(seq 200); do
+  main=$(xdotool search --onlyvisible --name '^Kestrelix$' 2>/dev/null | head -n1 || true)
+  [ -n "$main" ] && break
+  sleep 0.1
+done
+[ -n "$main" ] || fail "the first instance shows no window"
+
+run_kestrelix 30
+kill -0 "$first" 2>/dev/null || fail "the first instance ended"
+count=$(xdotool search --onlyvisible --name '^Kestrelix$' 2>/dev/null | wc -l)
+expect_eq "main windows" "$count" "1"
+shot first_raised
+
+start_target "$WORK/target.log"
+write_macro "$WORK/m.ksx" "w kxtarget" "key ok"
+run_kestrelix 30 "$(winpath "$WORK/m.ksx")"
+expect_eq "played by the second start" "$(key_messages "$WORK/target.log")" "DOWN:79 UP:79 DOWN:75 UP:75"
+kill -0 "$first" 2>/dev/null || fail "the first instance ended"
