@@ -29,6 +29,6 @@ for enc in $encodings; do
   run_kestrelix 60 "$(winpath "$WORK/$enc.ksx")"
   sleep 0.2
   expected="$expected DOWN:16 UP:16"
-  expect_eq "target keys after $enc" "$(key_messages "$WORK/target.log")" "${expected# }"
+  await_eq "target keys after $enc" "${expected# }" key_messages "$WORK/target.log"
 done
 expect_eq "keys reaching the decoy" "$(key_messages "$WORK/decoy.log")" ""

@@ -23,8 +23,9 @@ run_kestrelix 60 "$(winpath "$WORK/keys.ksx")"
 sleep 0.3
 shot keys
 
-expect_eq "key messages" "$(key_messages "$WORK/target.log")" \
-  "DOWN:16 DOWN:65 UP:65 UP:16 DOWN:66 UP:66 DOWN:17 DOWN:65 UP:65 UP:17 DOWN:16 DOWN:67 UP:67 UP:16 DOWN:16 UP:16 DOWN:16 UP:16"
+await_eq "key messages" \
+  "DOWN:16 DOWN:65 UP:65 UP:16 DOWN:66 UP:66 DOWN:17 DOWN:65 UP:65 UP:17 DOWN:16 DOWN:67 UP:67 UP:16 DOWN:16 UP:16 DOWN:16 UP:16" \
+  key_messages "$WORK/target.log"
 expect_eq "keys reaching the decoy" "$(key_messages "$WORK/decoy.log")" ""
 # Every synthesized letter carries the extended flag and its layout scan code.
 grep -E 'msg=WM_KEYDOWN	vk=65	' "$WORK/target.log" | grep -q 'scan=30	ext=1' || fail "A without scan 30 / extended flag"

@@ -83,3 +83,15 @@ expect_eq() {
 }
 
 shot() { import -window root "$WORK/$1.png" 2>/dev/null || true; }
+
+# Like expect_eq on the output of a command, but waits up to 5 s for it: the
+# target logs messages a moment after they were sent, later still under load.
+await_eq() {
+  local what=$1 expected=$2
+  shift 2
+  for _ in $(seq 50); do
+    [ "$("$@")" = "$expected" ] && return 0
+    sleep 0.1
+  done
+  expect_eq "$what" "$("$@")" "$expected"
+}

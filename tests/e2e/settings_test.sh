@@ -24,7 +24,7 @@ for _ in $(seq 200); do
 done
 [ -n "$box" ] || fail "no end dialog"
 shot end_dialog
-expect_eq "two cycles" "$(key_messages "$WORK/target.log")" "DOWN:16 UP:16 DOWN:16 UP:16"
+await_eq "two cycles" "DOWN:16 UP:16 DOWN:16 UP:16" key_messages "$WORK/target.log"
 xdotool windowfocus --sync "$box"
 xdotool key Return
 for _ in $(seq 100); do

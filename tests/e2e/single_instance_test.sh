@@ -23,5 +23,5 @@ shot first_raised
 start_target "$WORK/target.log"
 write_macro "$WORK/m.ksx" "w kxtarget" "key ok"
 run_kestrelix 30 "$(winpath "$WORK/m.ksx")"
-expect_eq "played by the second start" "$(key_messages "$WORK/target.log")" "DOWN:79 UP:79 DOWN:75 UP:75"
+await_eq "played by the second start" "DOWN:79 UP:79 DOWN:75 UP:75" key_messages "$WORK/target.log"
 kill -0 "$first" 2>/dev/null || fail "the first instance ended"
