@@ -10,16 +10,10 @@
 #include "eval/like.h"
 #include "eval/prepare.h"
 #include "eval/scanner.h"
+#include "util/basic_text.h"
 
 namespace kx {
 namespace {
-
-std::string Upper(std::string_view text) {
-  std::string out(text);
-  for (char& c : out)
-    if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 32);
-  return out;
-}
 
 std::string Unquote(std::string_view quoted) {
   const std::string_view inner = quoted.substr(1, quoted.size() - 2);
@@ -81,7 +75,7 @@ Value Evaluator::SingleOperand(const std::string& operand, std::string_view prep
   if (Like(operand, "\"*\"")) return Value::String(Unquote(operand));
   if (Like(operand, "(*)")) return Eval(std::string_view(operand).substr(1, operand.size() - 2));
   if (Like(prepared, "-*")) return Negate(Eval(prepared.substr(1)));
-  if (Like(Upper(prepared), "NOT*")) return Not(Eval(prepared.substr(3)));
+  if (Like(basic::UCase(prepared), "NOT*")) return Not(Eval(prepared.substr(3)));
   return Ffc(*this, prepared);
 }
 

@@ -10,13 +10,6 @@
 namespace kx {
 namespace {
 
-std::string Upper(std::string_view text) {
-  std::string out(text);
-  for (char& c : out)
-    if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 32);
-  return out;
-}
-
 // LOG2, LOG10 ...: names that sort between "LOG" and "LOG99" in byte order.
 bool IsLogWithBase(std::string_view name) {
   return name > std::string_view("LOG") && name <= std::string_view("LOG99");
@@ -65,7 +58,7 @@ std::array<std::string, kMaxArguments> SplitArguments(std::string_view text, int
 Value Ffc(Evaluator& evaluator, std::string_view text) {
   if (Like(text, "*(*)")) {
     const size_t open = text.find('(');
-    const std::string name = Upper(text.substr(0, open));
+    const std::string name = basic::UCase(text.substr(0, open));
     FunctionCall call{evaluator, name, {}, 0};
     for (const FunctionEntry& entry : FunctionTable()) {
       if (!Matches(entry, name)) continue;
@@ -77,7 +70,7 @@ Value Ffc(Evaluator& evaluator, std::string_view text) {
     if (!name.empty() && name.back() == '$') return Value::String("");
     return Value::Integer(0);
   }
-  const std::string word = Upper(text);
+  const std::string word = basic::UCase(text);
   const FunctionCall call{evaluator, word, {}, 0};
   for (const FunctionEntry& entry : WordTable())
     if (entry.name == word) return entry.handler(call);

@@ -95,3 +95,28 @@ await_eq() {
   done
   expect_eq "$what" "$("$@")" "$expected"
 }
+
+# Prints the id of the first visible window whose title matches the pattern,
+# waiting up to 20 s; prints nothing when none shows.
+await_window() {
+  local pattern=$1 found=""
+  for _ in $(seq 200); do
+    found=$(xdotool search --onlyvisible --name "$pattern" 2>/dev/null | head -n1 || true)
+    [ -n "$found" ] && break
+    sleep 0.1
+  done
+  printf '%s' "$found"
+}
+
+# Presses Return in the given window (a message box) and waits up to 10 s for
+# the process to end.
+dismiss_and_await_exit() {
+  local box=$1 pid=$2
+  xdotool windowfocus --sync "$box"
+  xdotool key Return
+  for _ in $(seq 100); do
+    kill -0 "$pid" 2>/dev/null || return 0
+    sleep 0.1
+  done
+  return 1
+}

@@ -15,20 +15,9 @@ wine "$BIN/Kestrelix.exe" "$(winpath "$WORK/my macros/open test.ksx")" >/dev/nul
 kx=$!
 E2E_PIDS+=($kx)
 
-box=""
-for _ in $(seq 200); do
-  box=$(xdotool search --onlyvisible --name '^Kestrelix$' 2>/dev/null | head -n1 || true)
-  [ -n "$box" ] && break
-  sleep 0.1
-done
+box=$(await_window '^Kestrelix$')
 [ -n "$box" ] || fail "no message box titled Kestrelix"
 xdotool search --onlyvisible --classname notepad.exe >/dev/null || fail "notepad did not start"
 shot msgbox
-xdotool windowfocus --sync "$box"
-xdotool key Return
-for _ in $(seq 100); do
-  kill -0 "$kx" 2>/dev/null || break
-  sleep 0.1
-done
-! kill -0 "$kx" 2>/dev/null || fail "Kestrelix.exe still runs after the message box was closed"
+dismiss_and_await_exit "$box" "$kx" || fail "Kestrelix.exe still runs after the message box was closed"
 wait "$kx" || fail "Kestrelix.exe ended with an error"

@@ -16,22 +16,11 @@ wine "$app/Kestrelix.exe" "$(winpath "$WORK/twice.ksx")" >/dev/null 2>&1 &
 kx=$!
 E2E_PIDS+=($kx)
 
-box=""
-for _ in $(seq 200); do
-  box=$(xdotool search --onlyvisible --name '^Kestrelix$' 2>/dev/null | head -n1 || true)
-  [ -n "$box" ] && break
-  sleep 0.1
-done
+box=$(await_window '^Kestrelix$')
 [ -n "$box" ] || fail "no end dialog"
 shot end_dialog
 await_eq "two cycles" "DOWN:16 UP:16 DOWN:16 UP:16" key_messages "$WORK/target.log"
-xdotool windowfocus --sync "$box"
-xdotool key Return
-for _ in $(seq 100); do
-  kill -0 "$kx" 2>/dev/null || break
-  sleep 0.1
-done
-! kill -0 "$kx" 2>/dev/null || fail "Kestrelix.exe still runs after the end dialog was closed"
+dismiss_and_await_exit "$box" "$kx" || fail "Kestrelix.exe still runs after the end dialog was closed"
 cmp -s "$app/setting.ini" "$WORK/setting.before" || fail "the command-line run changed setting.ini"
 
 # F8 is the Play hotkey now: it stops a long play (the end dialog follows,
@@ -44,19 +33,8 @@ sleep 2
 target=$(xdotool search --onlyvisible --name '^KxTarget$' | head -n1)
 xdotool windowfocus --sync "$target"
 xdotool key F8
-box=""
-for _ in $(seq 100); do
-  box=$(xdotool search --onlyvisible --name '^Kestrelix$' 2>/dev/null | head -n1 || true)
-  [ -n "$box" ] && break
-  sleep 0.1
-done
+box=$(await_window '^Kestrelix$')
 [ -n "$box" ] || fail "F8 did not stop the play"
-xdotool windowfocus --sync "$box"
-xdotool key Return
-for _ in $(seq 100); do
-  kill -0 "$kx" 2>/dev/null || break
-  sleep 0.1
-done
-! kill -0 "$kx" 2>/dev/null || fail "Kestrelix.exe still runs after the stop"
+dismiss_and_await_exit "$box" "$kx" || fail "Kestrelix.exe still runs after the stop"
 key_messages "$WORK/target.log" | grep -q "DOWN:17" && fail "the line after the wait ran"
 true

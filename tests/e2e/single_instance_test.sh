@@ -6,12 +6,7 @@
 wine "$BIN/Kestrelix.exe" >/dev/null 2>&1 &
 first=$!
 E2E_PIDS+=($first)
-main=""
-for _ in $(seq 200); do
-  main=$(xdotool search --onlyvisible --name '^Kestrelix$' 2>/dev/null | head -n1 || true)
-  [ -n "$main" ] && break
-  sleep 0.1
-done
+main=$(await_window '^Kestrelix$')
 [ -n "$main" ] || fail "the first instance shows no window"
 
 run_kestrelix 30
