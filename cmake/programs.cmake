@@ -2,9 +2,8 @@
 # end-to-end tests that drive them under Wine on a private display.
 enable_language(RC)
 
-file(GLOB KX_GUI_SOURCES CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/src/gui/*.cpp)
-add_executable(Kestrelix WIN32 ${KX_GUI_SOURCES} ${CMAKE_SOURCE_DIR}/src/gui/res/kestrelix.rc)
-target_link_libraries(Kestrelix PRIVATE kx_core)
+add_executable(Kestrelix WIN32 ${KX_GUI_WIN32_SOURCES} ${CMAKE_SOURCE_DIR}/src/gui/res/kestrelix.rc)
+target_link_libraries(Kestrelix PRIVATE kx_gui)
 target_compile_options(Kestrelix PRIVATE ${KX_WARNINGS})
 target_link_options(Kestrelix PRIVATE -municode)
 

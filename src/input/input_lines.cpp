@@ -3,6 +3,7 @@
 #include <cstdlib>
 #include <optional>
 
+#include "input/key_codes.h"
 #include "util/basic_text.h"
 
 namespace kx {
@@ -18,8 +19,8 @@ struct ModifierAction {
 };
 
 constexpr ModifierAction kModifierActions[] = {
-    {16, false}, {16, true}, {17, false}, {17, true},
-    {18, false}, {18, true}, {91, false}, {91, true},
+    {kVkShift, false}, {kVkShift, true},   {kVkControl, false}, {kVkControl, true},
+    {kVkMenu, false},  {kVkMenu, true},    {kVkLeftWin, false}, {kVkLeftWin, true},
 };
 
 std::optional<Point> ParsePoint(std::string_view text) {

@@ -1,4 +1,5 @@
 // copy, paste, "@" and "^": text through the clipboard.
+#include "input/key_codes.h"
 #include "player/line_runner.h"
 #include "util/basic_text.h"
 
@@ -6,8 +7,8 @@ namespace kx {
 
 namespace {
 
-constexpr int kCtrl = 17;
-constexpr int kV = 86;
+constexpr int kCtrl = kVkControl;
+constexpr int kV = kVkV;
 
 // "\n" written in a line stands for a line break.
 std::string WithLineBreaks(std::string_view text) {

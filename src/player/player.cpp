@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "input/key_codes.h"
 #include "player/line_runner.h"
 #include "player/wait.h"
 #include "util/basic_text.h"
@@ -14,7 +15,7 @@ constexpr std::string_view kEndMessage = "再生が終了しました";
 constexpr int kFlashCount = 10;
 // Modifier keys released at the end of a play when asked: Ctrl, Shift, Alt,
 // left and right Windows.
-constexpr int kReleasedModifiers[] = {17, 16, 18, 91, 92};
+constexpr int kReleasedModifiers[] = {kVkControl, kVkShift, kVkMenu, kVkLeftWin, kVkRightWin};
 
 }  // namespace
 

@@ -198,7 +198,10 @@ bool SimSystem::SetText(std::string_view text) {
 MessageResult SimSystem::MessageBox(WindowHandle, std::string_view text, std::string_view title,
                                     MessageStyle) {
   Record("msgbox", "\"title\":" + JsonString(title) + ",\"text\":" + JsonString(text));
-  return MessageResult::kOk;
+  if (messageAnswers_.empty()) return MessageResult::kOk;
+  const MessageResult answer = messageAnswers_.front();
+  messageAnswers_.pop_front();
+  return answer;
 }
 
 std::optional<std::string> SimSystem::InputBox(std::string_view prompt, std::string_view title,
@@ -349,6 +352,10 @@ std::optional<Bytes> SimSystem::ReadAll(std::string_view path) {
 }
 
 bool SimSystem::WriteAtomic(std::string_view path, const Bytes& bytes) {
+  if (failingFileWrites_ > 0) {
+    --failingFileWrites_;
+    return false;
+  }
   files_[Lower(path)] = std::string(bytes.begin(), bytes.end());
   return true;
 }

@@ -56,6 +56,8 @@ class SimSystem final : public InputPort,
   // without regard to case as on Windows.
   void AddFile(std::string path, std::string contents);
   void UseRealFiles(bool on) { realFiles_ = on; }
+  // The next n file writes fail and leave the old file, as on a full disk.
+  void FailFileWrites(int n) { failingFileWrites_ = n; }
   void SetAppFolder(std::string folder) { appFolder_ = std::move(folder); }
   // Names the shell can open besides files and web addresses.
   void AddProgram(std::string name) { programs_.insert(std::move(name)); }
@@ -67,6 +69,8 @@ class SimSystem final : public InputPort,
   void QueueInputBoxAnswer(std::optional<std::string> answer) {
     inputAnswers_.push_back(std::move(answer));
   }
+  // Answers of the next message boxes; OK when none is queued.
+  void QueueMessageBoxAnswer(MessageResult answer) { messageAnswers_.push_back(answer); }
   void SetEnvironment(std::string name, std::string value);
   void SetCommandLine(std::string text) { commandLine_ = std::move(text); }
   void SetStartTime(LocalTime t) { startTime_ = t; }
@@ -173,6 +177,7 @@ class SimSystem final : public InputPort,
   WindowHandle foreground_ = 0;
   std::map<std::string, std::string> files_;
   bool realFiles_ = false;
+  int failingFileWrites_ = 0;
   std::string appFolder_ = "/kestrelix";
   std::set<std::string> programs_;
   std::optional<std::string> clipboard_;
@@ -180,6 +185,7 @@ class SimSystem final : public InputPort,
   std::map<int, bool> toggles_;
   Point cursor_{0, 0};
   std::deque<std::optional<std::string>> inputAnswers_;
+  std::deque<MessageResult> messageAnswers_;
   std::vector<std::pair<std::string, std::string>> environment_;
   std::string commandLine_;
   LocalTime startTime_{2024, 3, 5, 9, 5, 3, 0};

@@ -8,7 +8,7 @@
 
 namespace kx {
 
-enum class MessageStyle { kOk, kOkCancelQuestion };
+enum class MessageStyle { kOk, kOkCancel, kOkCancelQuestion };
 enum class MessageResult { kOk, kCancel };
 
 class DialogPort {

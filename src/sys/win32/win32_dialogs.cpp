@@ -8,8 +8,9 @@ namespace kx::win32 {
 
 MessageResult Win32Dialogs::MessageBox(WindowHandle owner, std::string_view text,
                                        std::string_view title, MessageStyle style) {
-  const UINT flags =
-      style == MessageStyle::kOkCancelQuestion ? MB_OKCANCEL | MB_ICONQUESTION : MB_OK;
+  UINT flags = MB_OK;
+  if (style == MessageStyle::kOkCancel) flags = MB_OKCANCEL;
+  if (style == MessageStyle::kOkCancelQuestion) flags = MB_OKCANCEL | MB_ICONQUESTION;
   const int r = ::MessageBoxW(ToHwnd(owner), Widen(text).c_str(), Widen(title).c_str(), flags);
   return r == IDOK ? MessageResult::kOk : MessageResult::kCancel;
 }

@@ -1,4 +1,4 @@
-#include "app/autosave.h"
+#include "gui/autosave.h"
 
 #include <gtest/gtest.h>
 

@@ -3,7 +3,7 @@
 // functions on setting.ini.
 #include <string>
 
-#include "app/settings_store.h"
+#include "settings/settings_store.h"
 
 namespace kx {
 

@@ -1,4 +1,4 @@
-#include "app/player_settings.h"
+#include "gui/player_settings.h"
 
 #include <algorithm>
 

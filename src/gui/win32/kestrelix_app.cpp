@@ -1,12 +1,12 @@
-#include "app/win32/kestrelix_app.h"
+#include "gui/win32/kestrelix_app.h"
 
 #include <optional>
 #include <string>
 
-#include "app/command_line.h"
-#include "app/player_settings.h"
-#include "app/win32/app_window.h"
-#include "app/win32/settings_store_win32.h"
+#include "gui/command_line.h"
+#include "gui/player_settings.h"
+#include "gui/win32/app_window.h"
+#include "settings/win32/settings_store_win32.h"
 #include "player/player.h"
 #include "sys/local_files.h"
 #include "sys/win32/unique_handle.h"

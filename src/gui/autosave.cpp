@@ -1,4 +1,4 @@
-#include "app/autosave.h"
+#include "gui/autosave.h"
 
 #include "text/macro_text.h"
 

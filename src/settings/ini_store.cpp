@@ -1,4 +1,4 @@
-#include "app/ini_store.h"
+#include "settings/ini_store.h"
 
 #include <algorithm>
 #include <cstdint>

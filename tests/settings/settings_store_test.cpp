@@ -8,12 +8,12 @@
 #include <iterator>
 #include <memory>
 
-#include "app/ini_store.h"
-#include "app/settings.h"
+#include "settings/ini_store.h"
+#include "settings/settings.h"
 #include "sys/local_files.h"
 #include "text/memory_files.h"
 #ifdef _WIN32
-#include "app/win32/settings_store_win32.h"
+#include "settings/win32/settings_store_win32.h"
 #endif
 
 namespace kx {

@@ -1,4 +1,4 @@
-#include "app/settings_lists.h"
+#include "settings/settings_lists.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 // Kestrelix.exe: the Windows program's entry point.
-#include "app/win32/kestrelix_app.h"
+#include "gui/win32/kestrelix_app.h"
 #include "sys/win32/windows_api.h"
 
 int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, PWSTR, int show) {

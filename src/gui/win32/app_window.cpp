@@ -1,4 +1,4 @@
-#include "app/win32/app_window.h"
+#include "gui/win32/app_window.h"
 
 #include <algorithm>
 

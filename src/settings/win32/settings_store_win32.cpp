@@ -1,4 +1,4 @@
-#include "app/win32/settings_store_win32.h"
+#include "settings/win32/settings_store_win32.h"
 
 #include <windows.h>
 

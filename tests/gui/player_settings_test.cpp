@@ -1,8 +1,8 @@
-#include "app/player_settings.h"
+#include "gui/player_settings.h"
 
 #include <gtest/gtest.h>
 
-#include "app/ini_store.h"
+#include "settings/ini_store.h"
 #include "player/play_speed.h"
 #include "sim/sim_system.h"
 

@@ -7,7 +7,7 @@
 #include <string_view>
 #include <variant>
 
-#include "app/settings_store.h"
+#include "settings/settings_store.h"
 
 namespace kx {
 

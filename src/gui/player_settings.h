@@ -1,6 +1,6 @@
 #pragma once
 // What the player and its hotkeys take from the settings at start-up.
-#include "app/settings.h"
+#include "settings/settings.h"
 #include "player/player.h"
 
 namespace kx {

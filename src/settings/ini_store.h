@@ -6,7 +6,7 @@
 // creates a new one as UTF-16LE with a byte-order mark.
 #include <string>
 
-#include "app/settings_store.h"
+#include "settings/settings_store.h"
 
 namespace kx {
 

@@ -1,0 +1,8 @@
+#pragma once
+// The program's name and where its home page is.
+namespace kx::gui {
+
+inline constexpr char kAppTitle[] = "Kestrelix";
+inline constexpr char kHomePageUrl[] = "https://github.com/kestrelix/kestrelix";
+
+}  // namespace kx::gui

@@ -1,0 +1,81 @@
+// Menu commands that write lines into the editor.
+#include "gui/main_controller.h"
+#include "player/macro_line.h"
+#include "util/basic_text.h"
+
+namespace kx::gui {
+
+void MainController::Insert(const MenuEntry& entry) {
+  if (entry.command == Command::kCapture) {
+    // Until the capture tool points at a window, the command word is put at
+    // the caret for the user to complete.
+    view_.InsertAtCaret(std::string(entry.argument) + " ");
+    return;
+  }
+  view_.InsertAtCaret(InsertedText(entry));
+}
+
+void MainController::PartialLoop() {
+  const auto answer =
+      ports_.system.dialogs.InputBox("ループ回数を入力してください", "部分ループ", "");
+  if (!answer || !basic::IsNumeric(*answer)) return;
+  const std::string open = "<r " + std::string(basic::Trim(*answer)) + ">";
+  const auto range = view_.SelectedLines();
+  if (!range) {
+    view_.InsertAtCaret(open + "\r\n</r>");
+    return;
+  }
+  std::vector<std::string> lines = basic::Split(view_.EditorText(), "\r\n");
+  const int count = static_cast<int>(lines.size());
+  if (range->first < 0 || range->first >= count) return;
+  const int last = std::min(range->last, count - 1);
+  lines.insert(lines.begin() + last + 1, "</r>");
+  lines.insert(lines.begin() + range->first, open);
+  std::string text;
+  for (std::size_t i = 0; i < lines.size(); ++i) text += (i ? "\r\n" : "") + lines[i];
+  view_.SetEditorText(text);
+}
+
+void MainController::InsertFileLine(bool macroCall) {
+  FileDialogSpec spec = OpenDialogSpec();
+  spec.title = macroCall ? "マクロファイルを実行" : "ファイルを開く";
+  const auto path = view_.AskOpenPath(spec);
+  if (!path) return;
+  view_.InsertAtCaret((macroCall ? "mf " : "") + *path + "\r\n");
+}
+
+void MainController::InsertFolderLine() {
+  if (const auto folder = view_.AskFolder("フォルダを開く")) view_.InsertAtCaret(*folder + "\r\n");
+}
+
+// Removes every wait line (a number of two or more digits), so that a
+// recorded macro replays as fast as its line pauses allow.
+void MainController::DeleteWaits() {
+  const std::vector<std::string> lines = basic::Split(view_.EditorText(), "\r\n");
+  std::string text;
+  int removed = 0;
+  bool first = true;
+  for (const std::string& line : lines) {
+    if (IsWaitKey(basic::LCase(basic::Trim(line)))) {
+      ++removed;
+      continue;
+    }
+    text += (first ? "" : "\r\n") + line;
+    first = false;
+  }
+  if (removed == 0) return;
+  view_.SetEditorText(text);
+  view_.SetStatus(std::to_string(removed) + "行の待ち時間を削除しました");
+}
+
+void MainController::EmptyRecycleBin() {
+  const auto answer = ports_.system.dialogs.MessageBox(
+      mainWindow_, "ごみ箱を空にしますか？", "ファイル削除の確認", MessageStyle::kOkCancelQuestion);
+  if (answer == MessageResult::kOk) ports_.system.power.Clean(Cleanup::kRecycle);
+}
+
+void MainController::LintMacro() {
+  view_.SetStatus("マクロのチェックは次の版で使えるようになります");
+}
+
+}  // namespace kx::gui

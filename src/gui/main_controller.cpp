@@ -1,0 +1,242 @@
+#include "gui/main_controller.h"
+
+#include <algorithm>
+
+#include "player/play_speed.h"
+
+namespace kx::gui {
+
+namespace {
+
+constexpr int kMinLoopCount = 1;
+constexpr int kMaxLoopCount = 9999;
+
+// The buttons a play leaves enabled: 再生 stops it.
+constexpr bool EnabledWhilePlaying(Button button) {
+  return button == Button::kPlay;
+}
+
+}  // namespace
+
+int ClampSplit(int twips, int innerWidthTwips) {
+  return std::max(kDefaultSplitTwips, std::min(twips, innerWidthTwips - kDefaultSplitTwips));
+}
+
+MainController::MainController(GuiPorts ports, MainView& view)
+    : ports_(ports), view_(view), player_(ports.system, *this) {}
+
+// --- PlayerView --------------------------------------------------------------
+
+std::string MainController::Text() {
+  return view_.EditorText();
+}
+
+int MainController::LoopCount() {
+  return view_.LoopCount();
+}
+
+void MainController::SetPlaying(bool playing) {
+  for (int b = 0; b < kButtonCount; ++b) {
+    const auto button = static_cast<Button>(b);
+    if (!EnabledWhilePlaying(button)) view_.EnableButton(button, !playing);
+  }
+  view_.EnableTree(!playing);
+  view_.LockLoopCount(playing);
+  view_.SetEditorReadOnly(playing);
+  view_.SetPlayingIcon(playing);
+  const auto entries = MenuEntries();
+  for (std::size_t i = 0; i < entries.size(); ++i)
+    if (entries[i].kind == MenuKind::kItem && !entries[i].whilePlaying)
+      view_.EnableMenuItem(MenuIdOf(i), !playing);
+  // Time recording needs the performance counter; a play must not enable
+  // the item on a machine without one.
+  if (!playing && !ports_.system.clock.HasPerformanceCounter())
+    if (const auto id = MenuIdFor(Command::kToggleOption, "Time")) view_.EnableMenuItem(*id, false);
+}
+
+void MainController::HighlightLine(int index) {
+  view_.HighlightLine(index);
+}
+
+void MainController::ClearHighlight() {
+  view_.HighlightLine(-1);
+}
+
+void MainController::SelectLine(int index) {
+  view_.SelectLine(index);
+}
+
+std::string MainController::IdleCaption() {
+  if (currentPath_.empty()) return kAppTitle;
+  const auto slash = currentPath_.find_last_of("\\/");
+  return std::string(kAppTitle) + " - " +
+         (slash == std::string::npos ? currentPath_ : currentPath_.substr(slash + 1));
+}
+
+WindowHandle MainController::MainWindow() {
+  return mainWindow_;
+}
+
+// --- events ------------------------------------------------------------------
+
+void MainController::OnMenuCommand(int id) {
+  const MenuEntry* entry = MenuEntryById(id);
+  if (!entry || entry->kind != MenuKind::kItem) return;
+  if (player_.Playing() && !entry->whilePlaying) return;
+  switch (entry->command) {
+    case Command::kClear: Clear(); break;
+    case Command::kSaveAs: SaveAs(); break;
+    case Command::kOpen: Open(); break;
+    case Command::kSave: Save(); break;
+    case Command::kExit: RequestClose(); break;
+    case Command::kRecord: Record(); break;
+    case Command::kPlay: Play(); break;
+    case Command::kSpeed: SelectSpeed(entry->value); break;
+    case Command::kKeyRapid:
+    case Command::kMouseRapid:
+    case Command::kMousePush:
+      view_.SetStatus("連打機能は次の版で使えるようになります");
+      break;
+    case Command::kInsertLine:
+    case Command::kInsertWord:
+    case Command::kInsertText: Insert(*entry); break;
+    case Command::kPartialLoop: PartialLoop(); break;
+    case Command::kInsertFile: InsertFileLine(false); break;
+    case Command::kInsertMacroFile: InsertFileLine(true); break;
+    case Command::kInsertFolder: InsertFolderLine(); break;
+    case Command::kCapture: Insert(*entry); break;
+    case Command::kDeleteWaits: DeleteWaits(); break;
+    case Command::kEmptyRecycleBin: EmptyRecycleBin(); break;
+    case Command::kToggleOption: ToggleOption(entry->argument); break;
+    case Command::kOptionsDialog:
+      ports_.system.dialogs.MessageBox(mainWindow_, "オプション画面は次の版で使えるようになります",
+                                       kAppTitle);
+      break;
+    case Command::kLintMacro: LintMacro(); break;
+    case Command::kReadMe: OpenHelpFile("ReadMe.txt"); break;
+    case Command::kKeyList: OpenHelpFile("操作記録名一覧.txt"); break;
+    case Command::kHomePage: ports_.system.shell.Open(kHomePageUrl, ""); break;
+    case Command::kAbout: view_.ShowAbout(); break;
+    case Command::kNone: break;
+  }
+}
+
+void MainController::OnButton(Button button) {
+  if (player_.Playing() && !EnabledWhilePlaying(button)) return;
+  switch (button) {
+    case Button::kRecord: Record(); break;
+    case Button::kPlay: Play(); break;
+    case Button::kClear: Clear(); break;
+    case Button::kSave: SaveAs(); break;
+    case Button::kOpen: Open(); break;
+  }
+}
+
+void MainController::OnSaveRightClick() {
+  if (!player_.Playing()) Save();
+}
+
+void MainController::OnMenuSelect(int id, bool submenu) {
+  if (submenu) return;
+  const std::string_view help = MenuHelp(id);
+  if (!help.empty()) view_.SetStatus(help);
+}
+
+void MainController::OnMenuClosed() {
+  view_.SetStatus("");
+}
+
+void MainController::OnHotkey(int id) {
+  switch (id) {
+    case kHotkeyShowHide: view_.ToggleVisible(); return;
+    case kHotkeyRecord:
+      if (!player_.Playing()) Record();
+      return;
+    case kHotkeyPlay:
+    case kHotkeyPause:
+      player_.HandleHotkey(id);
+      AfterPlay();
+      return;
+    default: return;
+  }
+}
+
+void MainController::OnTrayClick() {
+  view_.ToggleVisible();
+}
+
+// --- commands ----------------------------------------------------------------
+
+void MainController::Play() {
+  player_.PlayOrStop();
+  AfterPlay();
+}
+
+// Runs after every call that may have played: a close requested during the
+// play is carried out now that the player has returned.
+void MainController::AfterPlay() {
+  if (closePending_ && !player_.Playing()) {
+    closePending_ = false;
+    RequestClose();
+  }
+}
+
+void MainController::RequestClose() {
+  if (closed_) return;
+  if (player_.Playing()) {
+    closePending_ = true;
+    player_.Abort();
+    return;
+  }
+  Shutdown();
+  closed_ = true;
+  view_.Close();
+}
+
+void MainController::Clear() {
+  view_.SetEditorText("");
+}
+
+void MainController::Record() {
+  // The recorder comes with the next version; the button already keeps its
+  // state so that "/rec" and the autosave work.
+  recording_ = !recording_;
+  view_.SetButtonCaption(Button::kRecord, recording_ ? "終了" : "記録");
+}
+
+void MainController::SelectSpeed(int rate) {
+  if (rate < 0 || rate >= static_cast<int>(kPlaySpeeds.size())) rate = 0;
+  settings_.rate = rate;
+  player_.Options().speedFactor = SpeedFactorFromRate(rate);
+  for (int r = 0; r < static_cast<int>(kPlaySpeeds.size()); ++r)
+    if (const auto id = SpeedMenuId(r)) view_.CheckMenuItem(*id, r == rate);
+}
+
+bool* MainController::OptionField(std::string_view setting) {
+  const SettingKey* key = FindSettingKey(setting);
+  if (!key || key->type != SettingType::kBool) return nullptr;
+  return &(settings_.*std::get<bool Settings::*>(key->field));
+}
+
+void MainController::ToggleOption(std::string_view setting) {
+  bool* field = OptionField(setting);
+  if (!field) return;
+  *field = !*field;
+  if (const auto id = MenuIdFor(Command::kToggleOption, setting)) view_.CheckMenuItem(*id, *field);
+  // Options with an effect beyond their check take it at once.
+  if (setting == "Tray") view_.SetTrayIcon(*field);
+  if (setting == "Top") view_.SetTopMost(*field);
+  if (setting == "TreeIcon") RefreshTree();
+  if (setting == "Trace") {
+    player_.Options().trace = *field;
+    if (!*field) view_.HighlightLine(-1);
+  }
+  if (setting == "Balloon") player_.Options().balloon = *field;
+}
+
+void MainController::RefreshTree() {
+  view_.SetTree(ReadMacroTree(ports_.folders, macroFolder_, ports_.system.files.Separator()),
+               settings_.treeIcon);
+}
+
+}  // namespace kx::gui

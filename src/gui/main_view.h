@@ -1,0 +1,111 @@
+#pragma once
+// What the main window's logic needs from the window: the editor, the macro
+// tree, the buttons, the loop-count box, menus, status bar, tray icon and
+// placement, and the modal dialogs it opens. The Win32 window implements it;
+// tests use a recording one.
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "gui/macro_tree.h"
+
+namespace kx::gui {
+
+// Placement of the main window in twips, the unit setting.ini keeps.
+struct PlacementTwips {
+  int x = 0;
+  int y = 0;
+  int width = 0;
+  int height = 0;
+  friend bool operator==(const PlacementTwips&, const PlacementTwips&) = default;
+};
+
+enum class WindowState { kNormal = 0, kMinimized = 1, kMaximized = 2 };
+enum class ShowMode { kNormal, kMinimized, kHidden };
+
+// Editor display: line numbers and ruler, line numbers, plain, or hidden.
+enum class EditorMode { kNumbersAndRuler, kNumbers, kPlain, kHidden };
+
+// The lines covered by the editor's selection, from 0; nothing when the
+// selection is empty.
+struct LineRange {
+  int first = 0;
+  int last = 0;
+};
+
+struct FileFilter {
+  std::string description;
+  std::string pattern;
+};
+
+struct FileDialogSpec {
+  std::string title;
+  std::vector<FileFilter> filters;
+  std::string defaultExtension;  // without the dot; empty for none
+  std::string folder;            // where the dialog starts
+};
+
+enum class Button { kRecord = 0, kPlay = 1, kClear = 2, kSave = 3, kOpen = 4 };
+inline constexpr int kButtonCount = 5;
+
+class MainView {
+ public:
+  virtual ~MainView() = default;
+
+  // --- editor ---
+  virtual std::string EditorText() = 0;
+  virtual void SetEditorText(std::string_view text) = 0;
+  // Replaces the selection (or inserts at the caret) and leaves the caret
+  // after the new text.
+  virtual void InsertAtCaret(std::string_view text) = 0;
+  virtual std::optional<LineRange> SelectedLines() = 0;
+  virtual void SetEditorReadOnly(bool readOnly) = 0;
+  virtual void SetEditorFontSize(int points) = 0;
+  virtual void SetEditorMode(EditorMode mode) = 0;
+  // Colours (selects) line `index`, scrolling it into view; -1 removes it.
+  virtual void HighlightLine(int index) = 0;
+  virtual void SelectLine(int index) = 0;
+
+  // --- the other controls ---
+  virtual void SetCaption(std::string_view text) = 0;
+  virtual void SetStatus(std::string_view text) = 0;
+  virtual void SetButtonCaption(Button button, std::string_view text) = 0;
+  virtual void EnableButton(Button button, bool enabled) = 0;
+  virtual void EnableTree(bool enabled) = 0;
+  virtual int LoopCount() = 0;
+  virtual void SetLoopCount(int count) = 0;
+  virtual void LockLoopCount(bool locked) = 0;
+  virtual void SetTree(const std::vector<TreeNode>& nodes, bool icons) = 0;
+  virtual void CheckMenuItem(int id, bool checked) = 0;
+  virtual void EnableMenuItem(int id, bool enabled) = 0;
+  // The splitter's position in twips: the tree's and each button's width.
+  virtual int SplitTwips() = 0;
+  virtual void SetSplitTwips(int twips) = 0;
+
+  // --- the window ---
+  virtual void Show(ShowMode mode) = 0;
+  virtual bool Visible() = 0;
+  // Hidden or minimised windows come back normal and to the front; a
+  // visible one is hidden (the show/hide hotkey and the tray icon).
+  virtual void ToggleVisible() = 0;
+  virtual WindowState State() = 0;
+  virtual PlacementTwips Placement() = 0;
+  virtual void SetPlacement(const PlacementTwips& placement, WindowState state) = 0;
+  virtual void SetTopMost(bool topMost) = 0;
+  // With a tray icon the window has no task-bar button, and the other way.
+  virtual void SetTrayIcon(bool shown) = 0;
+  virtual void SetPlayingIcon(bool playing) = 0;
+  virtual void Close() = 0;
+
+  // --- dialogs and the shell ---
+  virtual std::optional<std::string> AskOpenPath(const FileDialogSpec& spec) = 0;
+  virtual std::optional<std::string> AskSavePath(const FileDialogSpec& spec) = 0;
+  virtual std::optional<std::string> AskFolder(std::string_view title) = 0;
+  // Starts a program with a command line, in a normal window.
+  virtual void RunCommandLine(std::string_view commandLine) = 0;
+  virtual void ShowAbout() = 0;
+};
+
+}  // namespace kx::gui

@@ -1,0 +1,143 @@
+#pragma once
+// The main window for the simulated system: keeps every control's state in
+// plain members, records what the window was asked to do, and answers its
+// dialogs from queues the test fills.
+#include <algorithm>
+#include <deque>
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "gui/main_view.h"
+
+namespace kx::sim {
+
+class SimMainView final : public gui::MainView {
+ public:
+  // --- what the window shows ---
+  std::string text;
+  std::size_t caret = 0;  // byte offset of the caret in `text`
+  std::optional<gui::LineRange> selection;
+  bool readOnly = false;
+  int fontSize = 0;
+  gui::EditorMode editorMode = gui::EditorMode::kNumbersAndRuler;
+  int highlighted = -1;
+  int selectedLine = -1;
+  std::vector<int> highlights;  // every line highlighted, in order
+  std::string caption;
+  std::string status;
+  std::vector<std::string> statusHistory;
+  std::map<gui::Button, std::string> buttonCaptions;
+  std::map<gui::Button, bool> buttonEnabled;
+  bool treeEnabled = true;
+  int loopCount = 1;
+  bool loopLocked = false;
+  std::vector<gui::TreeNode> tree;
+  bool treeIcons = false;
+  std::map<int, bool> checks;
+  std::map<int, bool> menuEnabled;
+  int split = 0;
+  std::optional<gui::ShowMode> shown;
+  bool visible = false;
+  gui::WindowState state = gui::WindowState::kNormal;
+  gui::PlacementTwips placement;
+  bool topMost = false;
+  bool tray = false;
+  bool playingIcon = false;
+  bool closed = false;
+  bool aboutShown = false;
+  std::vector<std::string> commandLines;
+  std::vector<gui::FileDialogSpec> dialogs;  // every file dialog opened
+
+  // --- answers of the dialogs; nothing (Cancel) when the queue is empty ---
+  std::deque<std::optional<std::string>> openAnswers;
+  std::deque<std::optional<std::string>> saveAnswers;
+  std::deque<std::optional<std::string>> folderAnswers;
+
+  // --- MainView ---
+  std::string EditorText() override { return text; }
+  void SetEditorText(std::string_view t) override {
+    text = std::string(t);
+    caret = 0;
+    selection.reset();
+  }
+  void InsertAtCaret(std::string_view t) override {
+    caret = std::min(caret, text.size());
+    text.insert(caret, t);
+    caret += t.size();
+  }
+  std::optional<gui::LineRange> SelectedLines() override { return selection; }
+  void SetEditorReadOnly(bool on) override { readOnly = on; }
+  void SetEditorFontSize(int points) override { fontSize = points; }
+  void SetEditorMode(gui::EditorMode mode) override { editorMode = mode; }
+  void HighlightLine(int index) override {
+    highlighted = index;
+    highlights.push_back(index);
+  }
+  void SelectLine(int index) override { selectedLine = index; }
+  void SetCaption(std::string_view t) override { caption = std::string(t); }
+  void SetStatus(std::string_view t) override {
+    status = std::string(t);
+    statusHistory.push_back(status);
+  }
+  void SetButtonCaption(gui::Button b, std::string_view t) override {
+    buttonCaptions[b] = std::string(t);
+  }
+  void EnableButton(gui::Button b, bool on) override { buttonEnabled[b] = on; }
+  void EnableTree(bool on) override { treeEnabled = on; }
+  int LoopCount() override { return loopCount; }
+  void SetLoopCount(int n) override { loopCount = n; }
+  void LockLoopCount(bool on) override { loopLocked = on; }
+  void SetTree(const std::vector<gui::TreeNode>& nodes, bool icons) override {
+    tree = nodes;
+    treeIcons = icons;
+  }
+  void CheckMenuItem(int id, bool on) override { checks[id] = on; }
+  void EnableMenuItem(int id, bool on) override { menuEnabled[id] = on; }
+  int SplitTwips() override { return split; }
+  void SetSplitTwips(int twips) override { split = twips; }
+  void Show(gui::ShowMode mode) override {
+    shown = mode;
+    visible = mode != gui::ShowMode::kHidden;
+    if (mode == gui::ShowMode::kMinimized) state = gui::WindowState::kMinimized;
+  }
+  bool Visible() override { return visible; }
+  void ToggleVisible() override {
+    visible = !visible || state == gui::WindowState::kMinimized;
+    if (visible) state = gui::WindowState::kNormal;
+  }
+  gui::WindowState State() override { return state; }
+  gui::PlacementTwips Placement() override { return placement; }
+  void SetPlacement(const gui::PlacementTwips& p, gui::WindowState s) override {
+    placement = p;
+    state = s;
+  }
+  void SetTopMost(bool on) override { topMost = on; }
+  void SetTrayIcon(bool on) override { tray = on; }
+  void SetPlayingIcon(bool on) override { playingIcon = on; }
+  void Close() override { closed = true; }
+  std::optional<std::string> AskOpenPath(const gui::FileDialogSpec& spec) override {
+    return Answer(openAnswers, spec);
+  }
+  std::optional<std::string> AskSavePath(const gui::FileDialogSpec& spec) override {
+    return Answer(saveAnswers, spec);
+  }
+  std::optional<std::string> AskFolder(std::string_view) override {
+    return Answer(folderAnswers, {});
+  }
+  void RunCommandLine(std::string_view line) override { commandLines.emplace_back(line); }
+  void ShowAbout() override { aboutShown = true; }
+
+ private:
+  std::optional<std::string> Answer(std::deque<std::optional<std::string>>& queue,
+                                    const gui::FileDialogSpec& spec) {
+    dialogs.push_back(spec);
+    if (queue.empty()) return std::nullopt;
+    auto answer = queue.front();
+    queue.pop_front();
+    return answer;
+  }
+};
+
+}  // namespace kx::sim
