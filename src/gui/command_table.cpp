@@ -13,6 +13,10 @@ using enum Command;
 constexpr MenuEntry Popup(std::string_view caption) {
   return {kPopup, caption, {}};
 }
+// A popup shown by right-clicking a control, not on the menu bar.
+constexpr MenuEntry ContextPopup(std::string_view caption, std::string_view which) {
+  return {kPopup, caption, {}, kNone, which};
+}
 constexpr MenuEntry End() {
   return {kPopupEnd, {}, {}};
 }
@@ -202,9 +206,25 @@ constexpr auto kMenu = std::to_array<MenuEntry>({
     Separator(),
     Item("バージョン情報(&V)...", "バージョン情報を表示", kAbout, {}, true),
     End(),
+
+    ContextPopup("マクロファイル", kTreeFileMenu),
+    Item("ファイルの削除(&D)", "選択したマクロファイルを削除します", kTreeDelete),
+    Item("Macroフォルダを開く(&O)", "Macroフォルダをエクスプローラで開きます", kTreeOpenFolder),
+    Item("Macroフォルダの指定(&F)", "マクロリストに表示するフォルダを指定します",
+         kTreeChooseFolder),
+    End(),
+    ContextPopup("マクロフォルダ", kTreeMenu),
+    Item("フルパスをコピー(&C)", "選択した項目のフルパスをコピーします", kTreeCopyPath),
+    Item("Macroフォルダを開く(&O)", "Macroフォルダをエクスプローラで開きます", kTreeOpenFolder),
+    End(),
 });
 
-static_assert(kMenu.size() <= kMaxMenuHelp, "the help table holds at most 150 texts");
+constexpr std::size_t ItemCount() {
+  std::size_t n = 0;
+  for (const MenuEntry& e : kMenu) n += e.kind == kItem ? 1 : 0;
+  return n;
+}
+static_assert(ItemCount() <= kMaxMenuHelp, "the help table holds at most 150 texts");
 
 constexpr bool PopupsBalance() {
   int depth = 0;

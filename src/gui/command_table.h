@@ -59,7 +59,16 @@ enum class Command : std::uint8_t {
   kKeyList,
   kHomePage,
   kAbout,
+  // the macro tree's popup menus
+  kTreeDelete,
+  kTreeOpenFolder,
+  kTreeChooseFolder,
+  kTreeCopyPath,
 };
+
+// The arguments of the popups that belong to the macro tree, not the bar.
+inline constexpr std::string_view kTreeFileMenu = "tree-file";
+inline constexpr std::string_view kTreeMenu = "tree";
 
 struct MenuEntry {
   MenuKind kind;

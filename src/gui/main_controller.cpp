@@ -117,6 +117,15 @@ void MainController::OnMenuCommand(int id) {
     case Command::kKeyList: OpenHelpFile("操作記録名一覧.txt"); break;
     case Command::kHomePage: ports_.system.shell.Open(kHomePageUrl, ""); break;
     case Command::kAbout: view_.ShowAbout(); break;
+    case Command::kTreeDelete: OnTreeDelete(view_.SelectedTreePath().value_or("")); break;
+    case Command::kTreeCopyPath: OnTreeCopyPath(view_.SelectedTreePath().value_or("")); break;
+    case Command::kTreeOpenFolder: OnOpenMacroFolder(); break;
+    case Command::kTreeChooseFolder:
+      if (const auto folder = view_.AskFolder("Macroフォルダの指定")) {
+        macroFolder_ = *folder;
+        RefreshTree();
+      }
+      break;
     case Command::kNone: break;
   }
 }

@@ -78,6 +78,9 @@ class MainView {
   virtual void SetLoopCount(int count) = 0;
   virtual void LockLoopCount(bool locked) = 0;
   virtual void SetTree(const std::vector<TreeNode>& nodes, bool icons) = 0;
+  // The selected node's path relative to the Macro folder; nothing when no
+  // node is selected.
+  virtual std::optional<std::string> SelectedTreePath() = 0;
   virtual void CheckMenuItem(int id, bool checked) = 0;
   virtual void EnableMenuItem(int id, bool enabled) = 0;
   // The splitter's position in twips: the tree's and each button's width.

@@ -34,6 +34,7 @@ class SimMainView final : public gui::MainView {
   int loopCount = 1;
   bool loopLocked = false;
   std::vector<gui::TreeNode> tree;
+  std::optional<std::string> treeSelection;
   bool treeIcons = false;
   std::map<int, bool> checks;
   std::map<int, bool> menuEnabled;
@@ -93,6 +94,7 @@ class SimMainView final : public gui::MainView {
     tree = nodes;
     treeIcons = icons;
   }
+  std::optional<std::string> SelectedTreePath() override { return treeSelection; }
   void CheckMenuItem(int id, bool on) override { checks[id] = on; }
   void EnableMenuItem(int id, bool on) override { menuEnabled[id] = on; }
   int SplitTwips() override { return split; }

@@ -202,10 +202,17 @@ TEST_F(CommandsTest, TreeActionsWorkOnTheMacroFolder) {
   ASSERT_EQ(view.tree.size(), 1u);
   EXPECT_EQ(view.tree[0].name, "a.ksx");
 
-  controller.OnTreeCopyPath("a.ksx");
+  view.treeSelection = "a.ksx";
+  controller.OnMenuCommand(MenuId(Command::kTreeCopyPath));
   EXPECT_EQ(sim.Clipboard(), "/kestrelix/Macro/a.ksx");
-  controller.OnOpenMacroFolder();
+  controller.OnMenuCommand(MenuId(Command::kTreeOpenFolder));
   EXPECT_EQ(view.commandLines, std::vector<std::string>{"explorer.exe /kestrelix/Macro/,/e"});
+
+  folders.Add("/elsewhere/z.ksx");
+  view.folderAnswers = {"/elsewhere"};
+  controller.OnMenuCommand(MenuId(Command::kTreeChooseFolder));
+  ASSERT_EQ(view.tree.size(), 1u);
+  EXPECT_EQ(view.tree[0].name, "z.ksx");
 }
 
 TEST_F(CommandsTest, HelpItemsOpenTheirFilesBesideTheProgram) {
