@@ -12,8 +12,8 @@
 namespace kx::gui {
 
 enum class MenuKind : std::uint8_t {
-  kPopup,      // opens a submenu; the entries up to the matching kPopupEnd
-  kPopupEnd,   // closes the innermost open submenu
+  kPopup,     // opens a submenu; the entries up to the matching kPopupEnd
+  kPopupEnd,  // closes the innermost open submenu
   kSeparator,
   kItem,
 };

@@ -63,8 +63,7 @@ void MainController::Save() {
 // Saves are atomic: a failed one leaves the old file whole, and says so.
 bool MainController::WriteFile(const std::string& path) {
   if (sWriteText(ports_.system.files, path, view_.EditorText())) return true;
-  ports_.system.dialogs.MessageBox(mainWindow_, path + "\r\nに保存できませんでした。",
-                                   kAppTitle);
+  ports_.system.dialogs.MessageBox(mainWindow_, path + "\r\nに保存できませんでした。", kAppTitle);
   return false;
 }
 
@@ -81,17 +80,16 @@ void MainController::OnTreeOpen(const std::string& path) {
 void MainController::OnTreeDelete(const std::string& path) {
   if (player_.Playing() || path.empty()) return;
   const std::string full = JoinPath(ports_.system.files, macroFolder_, path);
-  const auto answer =
-      ports_.system.dialogs.MessageBox(mainWindow_, full + "\r\nを削除しますか？", kAppTitle,
-                                       MessageStyle::kOkCancelQuestion);
+  const auto answer = ports_.system.dialogs.MessageBox(mainWindow_, full + "\r\nを削除しますか？",
+                                                       kAppTitle, MessageStyle::kOkCancelQuestion);
   if (answer != MessageResult::kOk) return;
   ports_.folders.DeleteFile(full);
   RefreshTree();
 }
 
 void MainController::OnTreeCopyPath(const std::string& path) {
-  ports_.system.clipboard.SetText(
-      path.empty() ? macroFolder_ : JoinPath(ports_.system.files, macroFolder_, path));
+  ports_.system.clipboard.SetText(path.empty() ? macroFolder_
+                                               : JoinPath(ports_.system.files, macroFolder_, path));
 }
 
 void MainController::OnOpenMacroFolder() {

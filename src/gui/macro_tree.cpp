@@ -13,12 +13,13 @@ std::vector<TreeNode> ReadLevel(FolderPort& folders, const std::string& folder, 
                                 const std::string& prefix, int depth) {
   std::vector<TreeNode> nodes;
   for (const FolderEntry& entry : folders.List(folder)) {
-    TreeNode node{entry.name, prefix.empty() ? entry.name : prefix + separator + entry.name,
+    TreeNode node{entry.name,
+                  prefix.empty() ? entry.name : prefix + separator + entry.name,
                   entry.folder,
                   {}};
     if (entry.folder && depth + 1 < kMaxTreeDepth)
-      node.children = ReadLevel(folders, folder + separator + entry.name, separator, node.path,
-                                 depth + 1);
+      node.children =
+          ReadLevel(folders, folder + separator + entry.name, separator, node.path, depth + 1);
     nodes.push_back(std::move(node));
   }
   std::stable_sort(nodes.begin(), nodes.end(), [](const TreeNode& a, const TreeNode& b) {

@@ -84,14 +84,30 @@ void MainController::OnMenuCommand(int id) {
   if (!entry || entry->kind != MenuKind::kItem) return;
   if (player_.Playing() && !entry->whilePlaying) return;
   switch (entry->command) {
-    case Command::kClear: Clear(); break;
-    case Command::kSaveAs: SaveAs(); break;
-    case Command::kOpen: Open(); break;
-    case Command::kSave: Save(); break;
-    case Command::kExit: RequestClose(); break;
-    case Command::kRecord: Record(); break;
-    case Command::kPlay: Play(); break;
-    case Command::kSpeed: SelectSpeed(entry->value); break;
+    case Command::kClear:
+      Clear();
+      break;
+    case Command::kSaveAs:
+      SaveAs();
+      break;
+    case Command::kOpen:
+      Open();
+      break;
+    case Command::kSave:
+      Save();
+      break;
+    case Command::kExit:
+      RequestClose();
+      break;
+    case Command::kRecord:
+      Record();
+      break;
+    case Command::kPlay:
+      Play();
+      break;
+    case Command::kSpeed:
+      SelectSpeed(entry->value);
+      break;
     case Command::kKeyRapid:
     case Command::kMouseRapid:
     case Command::kMousePush:
@@ -99,45 +115,90 @@ void MainController::OnMenuCommand(int id) {
       break;
     case Command::kInsertLine:
     case Command::kInsertWord:
-    case Command::kInsertText: Insert(*entry); break;
-    case Command::kPartialLoop: PartialLoop(); break;
-    case Command::kInsertFile: InsertFileLine(false); break;
-    case Command::kInsertMacroFile: InsertFileLine(true); break;
-    case Command::kInsertFolder: InsertFolderLine(); break;
-    case Command::kCapture: Insert(*entry); break;
-    case Command::kDeleteWaits: DeleteWaits(); break;
-    case Command::kEmptyRecycleBin: EmptyRecycleBin(); break;
-    case Command::kToggleOption: ToggleOption(entry->argument); break;
+    case Command::kInsertText:
+      Insert(*entry);
+      break;
+    case Command::kPartialLoop:
+      PartialLoop();
+      break;
+    case Command::kInsertFile:
+      InsertFileLine(false);
+      break;
+    case Command::kInsertMacroFile:
+      InsertFileLine(true);
+      break;
+    case Command::kInsertFolder:
+      InsertFolderLine();
+      break;
+    case Command::kCapture:
+      Insert(*entry);
+      break;
+    case Command::kDeleteWaits:
+      DeleteWaits();
+      break;
+    case Command::kEmptyRecycleBin:
+      EmptyRecycleBin();
+      break;
+    case Command::kToggleOption:
+      ToggleOption(entry->argument);
+      break;
     case Command::kOptionsDialog:
       ports_.system.dialogs.MessageBox(mainWindow_, "オプション画面は次の版で使えるようになります",
                                        kAppTitle);
       break;
-    case Command::kLintMacro: LintMacro(); break;
-    case Command::kReadMe: OpenHelpFile("ReadMe.txt"); break;
-    case Command::kKeyList: OpenHelpFile("操作記録名一覧.txt"); break;
-    case Command::kHomePage: ports_.system.shell.Open(kHomePageUrl, ""); break;
-    case Command::kAbout: view_.ShowAbout(); break;
-    case Command::kTreeDelete: OnTreeDelete(view_.SelectedTreePath().value_or("")); break;
-    case Command::kTreeCopyPath: OnTreeCopyPath(view_.SelectedTreePath().value_or("")); break;
-    case Command::kTreeOpenFolder: OnOpenMacroFolder(); break;
+    case Command::kLintMacro:
+      LintMacro();
+      break;
+    case Command::kReadMe:
+      OpenHelpFile("ReadMe.txt");
+      break;
+    case Command::kKeyList:
+      OpenHelpFile("操作記録名一覧.txt");
+      break;
+    case Command::kHomePage:
+      ports_.system.shell.Open(kHomePageUrl, "");
+      break;
+    case Command::kAbout:
+      view_.ShowAbout();
+      break;
+    case Command::kTreeDelete:
+      OnTreeDelete(view_.SelectedTreePath().value_or(""));
+      break;
+    case Command::kTreeCopyPath:
+      OnTreeCopyPath(view_.SelectedTreePath().value_or(""));
+      break;
+    case Command::kTreeOpenFolder:
+      OnOpenMacroFolder();
+      break;
     case Command::kTreeChooseFolder:
       if (const auto folder = view_.AskFolder("Macroフォルダの指定")) {
         macroFolder_ = *folder;
         RefreshTree();
       }
       break;
-    case Command::kNone: break;
+    case Command::kNone:
+      break;
   }
 }
 
 void MainController::OnButton(Button button) {
   if (player_.Playing() && !EnabledWhilePlaying(button)) return;
   switch (button) {
-    case Button::kRecord: Record(); break;
-    case Button::kPlay: Play(); break;
-    case Button::kClear: Clear(); break;
-    case Button::kSave: SaveAs(); break;
-    case Button::kOpen: Open(); break;
+    case Button::kRecord:
+      Record();
+      break;
+    case Button::kPlay:
+      Play();
+      break;
+    case Button::kClear:
+      Clear();
+      break;
+    case Button::kSave:
+      SaveAs();
+      break;
+    case Button::kOpen:
+      Open();
+      break;
   }
 }
 
@@ -157,7 +218,9 @@ void MainController::OnMenuClosed() {
 
 void MainController::OnHotkey(int id) {
   switch (id) {
-    case kHotkeyShowHide: view_.ToggleVisible(); return;
+    case kHotkeyShowHide:
+      view_.ToggleVisible();
+      return;
     case kHotkeyRecord:
       if (!player_.Playing()) Record();
       return;
@@ -166,7 +229,8 @@ void MainController::OnHotkey(int id) {
       player_.HandleHotkey(id);
       AfterPlay();
       return;
-    default: return;
+    default:
+      return;
   }
 }
 
@@ -245,7 +309,7 @@ void MainController::ToggleOption(std::string_view setting) {
 
 void MainController::RefreshTree() {
   view_.SetTree(ReadMacroTree(ports_.folders, macroFolder_, ports_.system.files.Separator()),
-               settings_.treeIcon);
+                settings_.treeIcon);
 }
 
 }  // namespace kx::gui

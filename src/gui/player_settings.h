@@ -1,7 +1,7 @@
 #pragma once
 // What the player and its hotkeys take from the settings at start-up.
-#include "settings/settings.h"
 #include "player/player.h"
+#include "settings/settings.h"
 
 namespace kx {
 

@@ -18,10 +18,14 @@ constexpr int kBundleShown = 1;
 
 EditorMode EditorModeFromTextMode(int textMode) {
   switch (textMode) {
-    case 1: return EditorMode::kNumbers;
-    case 2: return EditorMode::kPlain;
-    case 3: return EditorMode::kHidden;
-    default: return EditorMode::kNumbersAndRuler;  // 0, and any value outside 0-3
+    case 1:
+      return EditorMode::kNumbers;
+    case 2:
+      return EditorMode::kPlain;
+    case 3:
+      return EditorMode::kHidden;
+    default:
+      return EditorMode::kNumbersAndRuler;  // 0, and any value outside 0-3
   }
 }
 
@@ -81,14 +85,17 @@ StartResult MainController::StartUp() {
   }
   SelectSpeed(settings_.rate);
 
-  for (const std::string_view key : kObsoleteSettingKeys) ports_.settings.Delete(kSettingsSection, key);
+  for (const std::string_view key : kObsoleteSettingKeys)
+    ports_.settings.Delete(kSettingsSection, key);
   if (settings_.bundle2 == 0) {
     settings_.bundle2 = kBundleShown;
     WriteSetting(ports_.settings, settings_, "Bundle2");
   }
 
-  if (switches.hidden) view_.Show(ShowMode::kHidden);
-  else view_.Show(switches.minimized ? ShowMode::kMinimized : ShowMode::kNormal);
+  if (switches.hidden)
+    view_.Show(ShowMode::kHidden);
+  else
+    view_.Show(switches.minimized ? ShowMode::kMinimized : ShowMode::kNormal);
   return StartResult::kRunning;
 }
 
@@ -141,8 +148,10 @@ void MainController::RegisterHotkeys() {
   refusedHotkeys_.clear();
   for (const Global& g : globals) {
     if (g.modifiers == 0 && g.key == 0) continue;
-    if (ports_.hotkeys.Register(g.id, g.modifiers, g.key)) registeredHotkeys_.push_back(g.id);
-    else refusedHotkeys_.push_back(g.id);
+    if (ports_.hotkeys.Register(g.id, g.modifiers, g.key))
+      registeredHotkeys_.push_back(g.id);
+    else
+      refusedHotkeys_.push_back(g.id);
   }
   if (!refusedHotkeys_.empty())
     view_.SetStatus("他のプログラムが使用中のため登録できなかったホットキーがあります");
@@ -156,10 +165,10 @@ void MainController::UnregisterHotkeys() {
 void MainController::Shutdown() {
   view_.Show(ShowMode::kHidden);
   // No key the program pressed stays down after it ends.
-  const KeyRecord release[] = {
-      {kVkShift, true}, {kVkControl, true}, {kVkMenu, true}};
+  const KeyRecord release[] = {{kVkShift, true}, {kVkControl, true}, {kVkMenu, true}};
   ports_.system.input.SendKeys(release);
-  if (autosaveRecording_) AutosaveRecording(ports_.system.files, settings_.linkage, view_.EditorText());
+  if (autosaveRecording_)
+    AutosaveRecording(ports_.system.files, settings_.linkage, view_.EditorText());
   view_.SetTrayIcon(false);
   UnregisterHotkeys();
 

@@ -20,7 +20,8 @@ class CommandsTest : public GuiFixture, public ::testing::Test {
   static int ItemId(std::string_view caption) {
     const auto entries = MenuEntries();
     for (std::size_t i = 0; i < entries.size(); ++i)
-      if (entries[i].kind == MenuKind::kItem && entries[i].caption.substr(0, caption.size()) == caption)
+      if (entries[i].kind == MenuKind::kItem &&
+          entries[i].caption.substr(0, caption.size()) == caption)
         return gui::MenuIdOf(i);
     ADD_FAILURE() << "no item " << caption;
     return -1;
@@ -42,25 +43,61 @@ TEST(MenuTableTest, EveryItemHasItsOwnIdAndHelpAndTheNamedCaptionsExist) {
   EXPECT_EQ(gui::MenuHelp(100000), "");
   std::set<std::string_view> captions;
   for (const auto& e : entries) captions.insert(e.caption);
-  for (const std::string_view named :
-       {"ファイル(&F)", "クリア(&C)", "マクロの保存(&V)...", "マクロの読み込み(&O)...",
-        "マクロの上書き保存(&S)...", "キー連打(&Start/Stop)", "マウス連打(S&tart/Stop)",
-        "マウス連打(&Push)", "キー操作(&K)", "マウス操作(&M)", "システム(&S)",
-        "指定回数ループ(&R)...", "ファイルを開く(&F)...", "フォルダを開く(&O)...",
-        "マクロファイルを実行(&M)...", "指定ウィンドウを操作(&W)...",
-        "指定テキストの文字を取得(&Ｇ)...", "指定テキストに文字を設定(&S)...",
-        "指定テキストに文字を追加(&A)...", "指定のボタンを押す(&B)...",
-        "バックグラウンドクリック(&C)...", "自動ログイン(&L)...", "待ち時間の削除(&D)",
-        "再生(&P)", "標準(&S)", "2倍速", "4倍速", "1/2倍速", "1/4倍速", "1/8倍速", "設定(&O)",
-        "時間記録(&N)", "記録時はテキストエリアを非表示(&H)", "マウスクリック記録(&C)",
-        "マウス移動記録(&M)", "相対位置でマウス記録(&R)", "アクティブウィンドウ記録(&A)",
-        "タイムスタンプ(&S)", "コメント行をバルーンヘルプで表示(&B)", "タスクトレイに表示(&T)",
-        "マクロリストにアイコン表示(&I)", "ループ回数設定を保存(&L)", "再生行表示(&P)",
-        "常に手前に表示(&F)", "オプション画面表示(&O)...", "ヘルプ(&H)", "ReadMeを開く(&R)...",
-        "操作記録名一覧を開く(&T)...", "バージョン情報(&V)...",
-        "Shift Down    ShiftキーDown", "↑                  上矢印キー",
-        "&LMouse Down    左クリックDown", "&Wheel              ホイール回転(120=上回転、-120=下回転)",
-        "Mouse&Pos         マウス位置変更", "MouCl&Pos         マウス位置の変更(クライアント座標)"})
+  for (const std::string_view named : {"ファイル(&F)",
+                                       "クリア(&C)",
+                                       "マクロの保存(&V)...",
+                                       "マクロの読み込み(&O)...",
+                                       "マクロの上書き保存(&S)...",
+                                       "キー連打(&Start/Stop)",
+                                       "マウス連打(S&tart/Stop)",
+                                       "マウス連打(&Push)",
+                                       "キー操作(&K)",
+                                       "マウス操作(&M)",
+                                       "システム(&S)",
+                                       "指定回数ループ(&R)...",
+                                       "ファイルを開く(&F)...",
+                                       "フォルダを開く(&O)...",
+                                       "マクロファイルを実行(&M)...",
+                                       "指定ウィンドウを操作(&W)...",
+                                       "指定テキストの文字を取得(&Ｇ)...",
+                                       "指定テキストに文字を設定(&S)...",
+                                       "指定テキストに文字を追加(&A)...",
+                                       "指定のボタンを押す(&B)...",
+                                       "バックグラウンドクリック(&C)...",
+                                       "自動ログイン(&L)...",
+                                       "待ち時間の削除(&D)",
+                                       "再生(&P)",
+                                       "標準(&S)",
+                                       "2倍速",
+                                       "4倍速",
+                                       "1/2倍速",
+                                       "1/4倍速",
+                                       "1/8倍速",
+                                       "設定(&O)",
+                                       "時間記録(&N)",
+                                       "記録時はテキストエリアを非表示(&H)",
+                                       "マウスクリック記録(&C)",
+                                       "マウス移動記録(&M)",
+                                       "相対位置でマウス記録(&R)",
+                                       "アクティブウィンドウ記録(&A)",
+                                       "タイムスタンプ(&S)",
+                                       "コメント行をバルーンヘルプで表示(&B)",
+                                       "タスクトレイに表示(&T)",
+                                       "マクロリストにアイコン表示(&I)",
+                                       "ループ回数設定を保存(&L)",
+                                       "再生行表示(&P)",
+                                       "常に手前に表示(&F)",
+                                       "オプション画面表示(&O)...",
+                                       "ヘルプ(&H)",
+                                       "ReadMeを開く(&R)...",
+                                       "操作記録名一覧を開く(&T)...",
+                                       "バージョン情報(&V)...",
+                                       "Shift Down    ShiftキーDown",
+                                       "↑                  上矢印キー",
+                                       "&LMouse Down    左クリックDown",
+                                       "&Wheel              ホイール回転(120=上回転、-120=下回転)",
+                                       "Mouse&Pos         マウス位置変更",
+                                       "MouCl&Pos         マウス位置の変更(クライアント座標)"})
     EXPECT_TRUE(captions.count(named)) << named;
 }
 
@@ -127,9 +164,8 @@ TEST_F(CommandsTest, SpeedItemsAreRadioChecksSavedAsRate) {
 }
 
 TEST_F(CommandsTest, OptionChecksAreTheLiveSettingsAndAreWrittenAtShutdown) {
-  for (const std::string_view option :
-       {"Time", "Hide", "Mouse", "Move", "MouCl", "RecAct", "Stamp", "Balloon", "Tray", "TreeIcon",
-        "Loop", "Trace", "Top"})
+  for (const std::string_view option : {"Time", "Hide", "Mouse", "Move", "MouCl", "RecAct", "Stamp",
+                                        "Balloon", "Tray", "TreeIcon", "Loop", "Trace", "Top"})
     controller.OnMenuCommand(MenuId(Command::kToggleOption, option));
   EXPECT_FALSE(Checked("Mouse"));
   EXPECT_TRUE(Checked("Trace"));

@@ -190,7 +190,7 @@ TEST_F(PlayTest, PlayAndPauseHotkeysReachThePlayer) {
   DuringPlay(50, [&] { controller.OnHotkey(kHotkeyPause); });
   controller.OnHotkey(kHotkeyPlay);
   EXPECT_EQ(Count("beep"), 1u);
-  EXPECT_EQ(view.selectedLine, 2);  // paused: the next line is selected
+  EXPECT_EQ(view.selectedLine, 2);    // paused: the next line is selected
   controller.OnHotkey(kHotkeyPause);  // resumes at that line
   EXPECT_EQ(Count("beep"), 2u);
 }

@@ -74,8 +74,10 @@ class GuiFixture {
 
   GuiFixture() {
     sim.SetHotkeySink([this](int id) {
-      if (auto it = midPlay.find(id); it != midPlay.end()) it->second();
-      else controller.OnHotkey(id);
+      if (auto it = midPlay.find(id); it != midPlay.end())
+        it->second();
+      else
+        controller.OnHotkey(id);
     });
   }
 
@@ -84,9 +86,7 @@ class GuiFixture {
     const auto bytes = sim.ReadAll(kIni);
     return bytes ? DecodeMacroBytes(*bytes) : "";
   }
-  void WriteIni(const std::string& lines) {
-    sim.AddFile(kIni, "[Macro]\r\n" + lines);
-  }
+  void WriteIni(const std::string& lines) { sim.AddFile(kIni, "[Macro]\r\n" + lines); }
   int MenuId(gui::Command command, std::string_view argument = {}) {
     return gui::MenuIdFor(command, argument).value_or(-1);
   }

@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include "settings/ini_store.h"
 #include "player/play_speed.h"
+#include "settings/ini_store.h"
 #include "sim/sim_system.h"
 
 namespace kx {

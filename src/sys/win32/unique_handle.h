@@ -67,6 +67,12 @@ struct FileDeleter {
   void operator()(HANDLE h) const { ::CloseHandle(h); }
 };
 
+struct MenuDeleter {
+  static HMENU Null() { return nullptr; }
+  void operator()(HMENU h) const { ::DestroyMenu(h); }
+};
+
+using unique_hmenu = unique_handle<HMENU, MenuDeleter>;
 using unique_kernel_handle = unique_handle<HANDLE, KernelHandleDeleter>;
 using unique_hwnd = unique_handle<HWND, WindowDeleter>;
 using unique_hfont = unique_handle<HFONT, FontDeleter>;

@@ -6,3 +6,4 @@
 #undef MessageBox
 #undef VkKeyScan
 #undef IsCharUpper
+#undef DeleteFile

@@ -1,0 +1,99 @@
+#pragma once
+// The main window on Win32: the controls, their layout at any DPI, and the
+// messages that become the controller's events. It decides nothing itself.
+#include <array>
+#include <optional>
+#include <string>
+
+#include "gui/main_controller.h"
+#include "gui/main_view.h"
+#include "gui/win32/controls.h"
+#include "gui/win32/text_editor.h"
+#include "gui/win32/window_base.h"
+#include "sys/win32/unique_handle.h"
+
+namespace kx::win32 {
+
+class MainWindow final : public WindowBase, public gui::MainView {
+ public:
+  bool Create();
+  void SetController(gui::MainController* controller) { controller_ = controller; }
+
+  // --- gui::MainView ---
+  std::string EditorText() override { return editor_.Text(); }
+  void SetEditorText(std::string_view text) override { editor_.SetText(text); }
+  void InsertAtCaret(std::string_view text) override { editor_.InsertAtCaret(text); }
+  std::optional<gui::LineRange> SelectedLines() override { return editor_.SelectedLines(); }
+  void SetEditorReadOnly(bool on) override { editor_.SetReadOnly(on); }
+  void SetEditorFontSize(int points) override { editor_.SetFont(points); }
+  void SetEditorMode(gui::EditorMode mode) override;
+  void HighlightLine(int index) override { editor_.sJumpLine(index); }
+  void SelectLine(int index) override { editor_.SelectLine(index); }
+  void SetCaption(std::string_view text) override;
+  void SetStatus(std::string_view text) override;
+  void SetButtonCaption(gui::Button button, std::string_view text) override;
+  void EnableButton(gui::Button button, bool enabled) override;
+  void EnableTree(bool enabled) override;
+  int LoopCount() override { return loopBox_.Value(); }
+  void SetLoopCount(int count) override { loopBox_.SetValue(count); }
+  void LockLoopCount(bool locked) override { loopBox_.Lock(locked); }
+  void SetTree(const std::vector<gui::TreeNode>& nodes, bool icons) override;
+  std::optional<std::string> SelectedTreePath() override { return tree_.SelectedPath(); }
+  void CheckMenuItem(int id, bool checked) override;
+  void EnableMenuItem(int id, bool enabled) override;
+  int SplitTwips() override { return splitTwips_; }
+  void SetSplitTwips(int twips) override;
+  void Show(gui::ShowMode mode) override;
+  bool Visible() override;
+  void ToggleVisible() override;
+  gui::WindowState State() override;
+  gui::PlacementTwips Placement() override;
+  void SetPlacement(const gui::PlacementTwips& placement, gui::WindowState state) override;
+  void SetTopMost(bool topMost) override;
+  void SetTrayIcon(bool shown) override;
+  void SetPlayingIcon(bool playing) override;
+  void Close() override;
+  std::optional<std::string> AskOpenPath(const gui::FileDialogSpec& spec) override;
+  std::optional<std::string> AskSavePath(const gui::FileDialogSpec& spec) override;
+  std::optional<std::string> AskFolder(std::string_view title) override;
+  void RunCommandLine(std::string_view commandLine) override;
+  void ShowAbout() override;
+
+ protected:
+  LRESULT HandleMessage(UINT msg, WPARAM wp, LPARAM lp) override;
+
+ private:
+  void CreateControls();
+  void ApplyFonts();
+  void Layout();
+  RECT SplitterRect() const;
+  void OnCommand(WPARAM wp, LPARAM lp);
+  void OnMenuSelect(WPARAM wp, LPARAM lp);
+  LRESULT OnNotify(const NMHDR& header);
+  void ShowTreeMenu();
+  void DragSplitter(int x);
+  void UpdateTrayIcon(DWORD action, bool playing);
+
+  gui::MainController* controller_ = nullptr;
+  TextEditor editor_;
+  MacroTreeView tree_;
+  StatusBar status_;
+  LoopCountBox loopBox_;
+  std::array<PushButton, gui::kButtonCount> buttons_;
+  Tooltips tooltips_;
+  unique_hfont uiFont_;
+  HICON icon_ = nullptr;  // a resource: not destroyed
+
+  int splitTwips_ = gui::kDefaultSplitTwips;
+  bool draggingSplitter_ = false;
+  int dragStartX_ = 0;
+  int dragStartTwips_ = 0;
+  bool tray_ = false;
+  gui::WindowState storedState_ = gui::WindowState::kNormal;
+  // The placement last set, in both units: a window that has not moved
+  // reports the twips it was given, so that a start and a close never drift.
+  std::optional<gui::PlacementTwips> placedTwips_;
+  RECT placedPixels_{};
+};
+
+}  // namespace kx::win32
