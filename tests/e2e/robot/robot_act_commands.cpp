@@ -27,7 +27,7 @@ constexpr NamedMessage kMessages[] = {
     {L"WM_TIMER", WM_TIMER},         {L"WM_HOTKEY", WM_HOTKEY},
     {L"WM_GETTEXTLENGTH", WM_GETTEXTLENGTH}, {L"BM_CLICK", BM_CLICK},
     {L"BM_GETCHECK", BM_GETCHECK},   {L"BM_SETCHECK", BM_SETCHECK},
-    {L"WM_USER", WM_USER},           {L"WM_APP", WM_APP},
+    {L"WM_CANCELMODE", WM_CANCELMODE}, {L"WM_USER", WM_USER},           {L"WM_APP", WM_APP},
 };
 
 int Refused(const char* what) {
