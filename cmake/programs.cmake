@@ -11,6 +11,7 @@ target_link_options(Kestrelix PRIVATE -municode)
 add_executable(kx_target WIN32 ${CMAKE_SOURCE_DIR}/tests/e2e/target/kx_target.cpp)
 target_compile_options(kx_target PRIVATE ${KX_WARNINGS})
 target_link_options(kx_target PRIVATE -municode)
+target_link_libraries(kx_target PRIVATE comctl32)
 
 # A console program that finds, reads and drives other programs' windows.
 file(GLOB KX_ROBOT_SOURCES CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/e2e/robot/*.cpp)

@@ -25,6 +25,11 @@ expect_eq "controls of the target" "$(cut -f1,5,6 "$WORK/target_controls.txt" | 
 grep -qP '\tclass=Button\tid=0\ttext=OK\tvisible=1\tenabled=1\tchecked=0\t' "$WORK/target_controls.txt" ||
   fail "the OK button's record: $(grep OK "$WORK/target_controls.txt")"
 
+# The tool is the OK button, named by its handle under the main window.
+ok_button=$(robot find --hwnd "$target" --ctl-class Button --ctl-text OK | robot_field handle)
+expect_eq "tooltip of the OK button" "$(robot tooltips --hwnd "$target" | cut -f3-5)" \
+  "tool=$target	id=$ok_button	text=OK ボタンのヒント"
+
 text=$'日本語のテキスト\tタブ付き'
 robot set-text --hwnd "$target" --ctl-class Edit "$text"
 robot_expect_text "edit text" "$text" --hwnd "$target" --ctl-class Edit
@@ -120,4 +125,7 @@ expect_eq "unknown command status" "$status" 2
 status=0
 robot find --title-re '(' 2>/dev/null || status=$?
 expect_eq "bad pattern status" "$status" 2
+status=0
+robot get-text --hwnd "$notepad" surplus 2>/dev/null || status=$?
+expect_eq "surplus argument status" "$status" 2
 robot --help | grep -q '^Usage: kx_robot' || fail "no usage text"

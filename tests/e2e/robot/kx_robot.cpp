@@ -64,19 +64,32 @@ Exit status: 0 done, 1 not found / timed out / refused, 2 usage error.
 struct Entry {
   std::wstring_view name;
   Command run;
+  size_t minArgs = 0;  // positional arguments after the options
+  size_t maxArgs = 0;
 };
 constexpr Entry kCommands[] = {
-    {L"windows", ListWindows},  {L"controls", ListControls},
-    {L"find", Find},            {L"wait", Wait},
-    {L"wait-gone", WaitGone},   {L"wait-text", WaitText},
-    {L"get-text", GetText},     {L"set-text", SetText},
-    {L"status", Status},        {L"items", Items},
-    {L"tooltips", Tooltips},    {L"select", Select},
-    {L"set-value", SetValue},   {L"click", Click},
-    {L"lclick", LeftClick},     {L"rclick", RightClick},
-    {L"focus", Focus},          {L"close", Close},
-    {L"command", PostCommand},  {L"post", Post},
-    {L"send", SendCommand},     {L"menu", Menu},
+    {L"windows", ListWindows},
+    {L"controls", ListControls},
+    {L"find", Find},
+    {L"wait", Wait},
+    {L"wait-gone", WaitGone},
+    {L"wait-text", WaitText},
+    {L"get-text", GetText},
+    {L"set-text", SetText, 1, 1},
+    {L"status", Status},
+    {L"items", Items},
+    {L"tooltips", Tooltips},
+    {L"select", Select, 1, 1},
+    {L"set-value", SetValue, 1, 1},
+    {L"click", Click},
+    {L"lclick", LeftClick},
+    {L"rclick", RightClick},
+    {L"focus", Focus},
+    {L"close", Close},
+    {L"command", PostCommand, 1, 2},
+    {L"post", Post, 1, 3},
+    {L"send", SendCommand, 1, 3},
+    {L"menu", Menu},
     {L"dpi", Dpi},
 };
 
@@ -85,7 +98,9 @@ int Usage(std::string_view why) {
   return kUsage;
 }
 
-std::wregex Regex(const std::wstring& text) { return std::wregex(text, std::regex::ECMAScript); }
+std::wregex Regex(const std::wstring& text) {
+  return std::wregex(text, std::regex::ECMAScript);
+}
 
 // Reads one option and its value; false on an unknown option or bad value.
 bool TakeOption(const std::wstring& name, const wchar_t* value, Options& o, bool& usedValue) {
@@ -170,6 +185,8 @@ int Run(int argc, wchar_t** argv) {
       o.args.push_back(arg);
     }
   }
+  if (o.args.size() < entry->minArgs || o.args.size() > entry->maxArgs)
+    return Usage("wrong number of arguments for " + win32::Narrow(command));
   const int status = entry->run(o);
   if (status == kUsage) Usage("bad arguments for " + win32::Narrow(command));
   return status;

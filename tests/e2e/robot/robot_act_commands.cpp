@@ -1,9 +1,8 @@
 // Commands that change a window or a control: texts, selections, clicks,
 // focus and plain messages.
-#include "robot_commands.h"
-
 #include <commctrl.h>
 
+#include "robot_commands.h"
 #include "robot_output.h"
 #include "robot_remote.h"
 #include "sys/win32/wide.h"
@@ -17,17 +16,29 @@ struct NamedMessage {
   UINT value;
 };
 constexpr NamedMessage kMessages[] = {
-    {L"WM_NULL", WM_NULL},           {L"WM_CLOSE", WM_CLOSE},
-    {L"WM_COMMAND", WM_COMMAND},     {L"WM_SYSCOMMAND", WM_SYSCOMMAND},
-    {L"WM_KEYDOWN", WM_KEYDOWN},     {L"WM_KEYUP", WM_KEYUP},
-    {L"WM_CHAR", WM_CHAR},           {L"WM_SETFOCUS", WM_SETFOCUS},
-    {L"WM_LBUTTONDOWN", WM_LBUTTONDOWN}, {L"WM_LBUTTONUP", WM_LBUTTONUP},
-    {L"WM_RBUTTONDOWN", WM_RBUTTONDOWN}, {L"WM_RBUTTONUP", WM_RBUTTONUP},
-    {L"WM_MOUSEMOVE", WM_MOUSEMOVE}, {L"WM_CONTEXTMENU", WM_CONTEXTMENU},
-    {L"WM_TIMER", WM_TIMER},         {L"WM_HOTKEY", WM_HOTKEY},
-    {L"WM_GETTEXTLENGTH", WM_GETTEXTLENGTH}, {L"BM_CLICK", BM_CLICK},
-    {L"BM_GETCHECK", BM_GETCHECK},   {L"BM_SETCHECK", BM_SETCHECK},
-    {L"WM_CANCELMODE", WM_CANCELMODE}, {L"WM_USER", WM_USER},           {L"WM_APP", WM_APP},
+    {L"WM_NULL", WM_NULL},
+    {L"WM_CLOSE", WM_CLOSE},
+    {L"WM_COMMAND", WM_COMMAND},
+    {L"WM_SYSCOMMAND", WM_SYSCOMMAND},
+    {L"WM_KEYDOWN", WM_KEYDOWN},
+    {L"WM_KEYUP", WM_KEYUP},
+    {L"WM_CHAR", WM_CHAR},
+    {L"WM_SETFOCUS", WM_SETFOCUS},
+    {L"WM_LBUTTONDOWN", WM_LBUTTONDOWN},
+    {L"WM_LBUTTONUP", WM_LBUTTONUP},
+    {L"WM_RBUTTONDOWN", WM_RBUTTONDOWN},
+    {L"WM_RBUTTONUP", WM_RBUTTONUP},
+    {L"WM_MOUSEMOVE", WM_MOUSEMOVE},
+    {L"WM_CONTEXTMENU", WM_CONTEXTMENU},
+    {L"WM_TIMER", WM_TIMER},
+    {L"WM_HOTKEY", WM_HOTKEY},
+    {L"WM_GETTEXTLENGTH", WM_GETTEXTLENGTH},
+    {L"BM_CLICK", BM_CLICK},
+    {L"BM_GETCHECK", BM_GETCHECK},
+    {L"BM_SETCHECK", BM_SETCHECK},
+    {L"WM_CANCELMODE", WM_CANCELMODE},
+    {L"WM_USER", WM_USER},
+    {L"WM_APP", WM_APP},
 };
 
 int Refused(const char* what) {
@@ -35,7 +46,9 @@ int Refused(const char* what) {
   return kNotFound;
 }
 
-LPARAM PointParam(POINT p) { return MAKELPARAM(static_cast<WORD>(p.x), static_cast<WORD>(p.y)); }
+LPARAM PointParam(POINT p) {
+  return MAKELPARAM(static_cast<WORD>(p.x), static_cast<WORD>(p.y));
+}
 
 POINT ClickPoint(const Options& o, HWND h) {
   if (o.at) return *o.at;
@@ -69,8 +82,8 @@ int SelectString(HWND h, const std::wstring& want, UINT count, UINT setCurrent, 
     if (ItemText(h, i) != want) continue;
     const bool multi = count == LB_GETCOUNT &&
                        (::GetWindowLongPtrW(h, GWL_STYLE) & (LBS_MULTIPLESEL | LBS_EXTENDEDSEL));
-    const auto done = multi ? Send(h, LB_SETSEL, TRUE, i)
-                            : Send(h, setCurrent, static_cast<WPARAM>(i));
+    const auto done =
+        multi ? Send(h, LB_SETSEL, TRUE, i) : Send(h, setCurrent, static_cast<WPARAM>(i));
     if (!done || *done < 0) return Refused("the control refused the selection");
     NotifyParent(h, notify);
     return kOk;
@@ -122,7 +135,8 @@ int Select(const Options& o) {
         return SelectListRow(*h, r.index) ? kOk : Refused("the list view refused the selection");
     return Refused("no list view row with that text");
   }
-  if (ClassIs(*h, L"ListBox")) return SelectString(*h, want, LB_GETCOUNT, LB_SETCURSEL, LBN_SELCHANGE);
+  if (ClassIs(*h, L"ListBox"))
+    return SelectString(*h, want, LB_GETCOUNT, LB_SETCURSEL, LBN_SELCHANGE);
   if (ClassIs(*h, L"ComboBox"))
     return SelectString(*h, want, CB_GETCOUNT, CB_SETCURSEL, CBN_SELCHANGE);
   WriteErr("kx_robot: select works on SysTreeView32, SysListView32, ListBox and ComboBox\n");
@@ -150,12 +164,18 @@ int Click(const Options& o) {
   if (!h) return kNotFound;
   // Posted by default: a button that opens a modal dialog would not answer
   // a sent click until the dialog closes.
-  if (o.send) return Send(*h, BM_CLICK) ? kOk : Refused("the button did not answer");
+  // A click that closes the button's window loses the answer with it.
+  if (o.send)
+    return Send(*h, BM_CLICK) || !::IsWindow(*h) ? kOk : Refused("the button did not answer");
   return ::PostMessageW(*h, BM_CLICK, 0, 0) ? kOk : Refused("the message was not posted");
 }
 
-int LeftClick(const Options& o) { return PostClick(o, WM_LBUTTONDOWN, WM_LBUTTONUP, MK_LBUTTON); }
-int RightClick(const Options& o) { return PostClick(o, WM_RBUTTONDOWN, WM_RBUTTONUP, MK_RBUTTON); }
+int LeftClick(const Options& o) {
+  return PostClick(o, WM_LBUTTONDOWN, WM_LBUTTONUP, MK_LBUTTON);
+}
+int RightClick(const Options& o) {
+  return PostClick(o, WM_RBUTTONDOWN, WM_RBUTTONUP, MK_RBUTTON);
+}
 
 int Focus(const Options& o) {
   const auto h = RequireTarget(o);

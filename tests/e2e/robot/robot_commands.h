@@ -17,10 +17,10 @@ struct Options {
   double timeoutSeconds = 10;
   std::optional<std::wstring> equals;
   std::optional<std::wstring> contains;
-  std::optional<int> part;          // status bar part
-  std::optional<POINT> at;          // click position in client coordinates
-  bool send = false;                // click synchronously
-  std::vector<std::wstring> args;   // positional arguments after the command
+  std::optional<int> part;         // status bar part
+  std::optional<POINT> at;         // click position in client coordinates
+  bool send = false;               // click synchronously
+  std::vector<std::wstring> args;  // positional arguments after the command
 };
 
 using Command = int (*)(const Options&);

@@ -21,8 +21,12 @@ void WriteTo(DWORD which, std::string_view bytes) {
 
 }  // namespace
 
-void WriteOut(std::string_view bytes) { WriteTo(STD_OUTPUT_HANDLE, bytes); }
-void WriteErr(std::string_view bytes) { WriteTo(STD_ERROR_HANDLE, bytes); }
+void WriteOut(std::string_view bytes) {
+  WriteTo(STD_OUTPUT_HANDLE, bytes);
+}
+void WriteErr(std::string_view bytes) {
+  WriteTo(STD_ERROR_HANDLE, bytes);
+}
 
 std::string Escaped(std::wstring_view text) {
   std::wstring out;
@@ -81,6 +85,8 @@ Record& Record::Rect(std::string_view key, const RECT& r) {
                         std::to_string(r.right) + "," + std::to_string(r.bottom));
 }
 
-void Record::Print() const { WriteOut(line_ + "\n"); }
+void Record::Print() const {
+  WriteOut(line_ + "\n");
+}
 
 }  // namespace kx::robot

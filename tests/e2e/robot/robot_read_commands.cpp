@@ -1,8 +1,7 @@
 // Commands that find, wait for and read windows and controls.
-#include "robot_commands.h"
-
 #include <commctrl.h>
 
+#include "robot_commands.h"
 #include "robot_output.h"
 #include "robot_remote.h"
 #include "sys/win32/wide.h"
@@ -43,8 +42,7 @@ std::optional<HWND> TopTarget(const Options& o) {
 std::optional<std::wstring> TargetText(const Options& o, HWND h) {
   if (!o.part) return TextOf(h);
   const auto parts = ReadStatusParts(h);
-  if (!parts || *o.part < 0 || static_cast<size_t>(*o.part) >= parts->size())
-    return std::nullopt;
+  if (!parts || *o.part < 0 || static_cast<size_t>(*o.part) >= parts->size()) return std::nullopt;
   return (*parts)[static_cast<size_t>(*o.part)];
 }
 
@@ -52,8 +50,7 @@ std::optional<std::wstring> StringItem(HWND h, UINT lengthMsg, UINT textMsg, int
   const auto length = Send(h, lengthMsg, static_cast<WPARAM>(i));
   if (!length || *length < 0) return std::nullopt;
   std::wstring text(static_cast<size_t>(*length) + 1, L'\0');
-  const auto got =
-      Send(h, textMsg, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(text.data()));
+  const auto got = Send(h, textMsg, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(text.data()));
   if (!got || *got < 0) return std::nullopt;
   text.resize(static_cast<size_t>(*got));
   return text;

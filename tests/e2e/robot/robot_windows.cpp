@@ -12,9 +12,9 @@ namespace {
 using UniqueHandle = win32::unique_handle<HANDLE, win32::KernelHandleDeleter>;
 
 bool SameNoCase(const std::wstring& a, const std::wstring& b) {
-  return a.size() == b.size() && ::CompareStringOrdinal(a.data(), static_cast<int>(a.size()),
-                                                        b.data(), static_cast<int>(b.size()),
-                                                        TRUE) == CSTR_EQUAL;
+  return a.size() == b.size() &&
+         ::CompareStringOrdinal(a.data(), static_cast<int>(a.size()), b.data(),
+                                static_cast<int>(b.size()), TRUE) == CSTR_EQUAL;
 }
 
 BOOL CALLBACK CollectTop(HWND h, LPARAM param) {
@@ -50,7 +50,9 @@ std::wstring ClassOf(HWND h) {
   return std::wstring(buf, n > 0 ? static_cast<size_t>(n) : 0);
 }
 
-bool ClassIs(HWND h, const wchar_t* cls) { return SameNoCase(ClassOf(h), cls); }
+bool ClassIs(HWND h, const wchar_t* cls) {
+  return SameNoCase(ClassOf(h), cls);
+}
 
 std::optional<std::wstring> TextOf(HWND h) {
   const auto length = Send(h, WM_GETTEXTLENGTH);
@@ -84,7 +86,9 @@ HWND TopOf(HWND h) {
   return root ? root : h;
 }
 
-bool IsControl(HWND h) { return TopOf(h) != h; }
+bool IsControl(HWND h) {
+  return TopOf(h) != h;
+}
 
 bool TopMatches(HWND h, const Query& q) {
   if (!::IsWindow(h)) return false;

@@ -19,8 +19,8 @@ struct Query {
   std::optional<std::wstring> title;
   std::optional<std::wregex> titleRe;
   DWORD pid = 0;
-  std::wstring exe;         // image file name, e.g. notepad.exe
-  bool hidden = false;      // top-level windows that are not shown count too
+  std::wstring exe;     // image file name, e.g. notepad.exe
+  bool hidden = false;  // top-level windows that are not shown count too
 
   std::wstring ctlClass;
   std::optional<int> ctlId;
