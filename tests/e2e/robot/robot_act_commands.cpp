@@ -1,7 +1,6 @@
 // Commands that change a window or a control: texts, selections, clicks,
 // focus and plain messages.
-#include <commctrl.h>
-
+#include "common_controls.h"
 #include "robot_commands.h"
 #include "robot_output.h"
 #include "robot_remote.h"

@@ -1,6 +1,5 @@
 // Commands that find, wait for and read windows and controls.
-#include <commctrl.h>
-
+#include "common_controls.h"
 #include "robot_commands.h"
 #include "robot_output.h"
 #include "robot_remote.h"

@@ -4,12 +4,11 @@
 // process: the robot writes the request structure there, sends the message
 // with the remote address and reads the answer back. The structures are
 // those of a 64-bit process, so the target must be 64-bit too.
-#include <commctrl.h>
-
 #include <optional>
 #include <string>
 #include <vector>
 
+#include "common_controls.h"
 #include "sys/win32/unique_handle.h"
 
 namespace kx::robot {

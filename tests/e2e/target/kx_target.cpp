@@ -12,8 +12,11 @@
 // input was queued), wall the system time in
 // microseconds since 1970 (comparable with the clock of the test scripts), x
 // and y are positions in the main window's client area.
-#include <commctrl.h>
+// The common controls' header needs the Windows headers before it.
+// clang-format off
 #include <windows.h>
+#include <commctrl.h>
+// clang-format on
 
 #include <algorithm>
 #include <cstdio>
