@@ -126,6 +126,9 @@ status=0
 robot find --title-re '(' 2>/dev/null || status=$?
 expect_eq "bad pattern status" "$status" 2
 status=0
+robot wait --class NoSuchClass --timeout 1e300 2>/dev/null || status=$?
+expect_eq "endless time-out status" "$status" 2
+status=0
 robot get-text --hwnd "$notepad" surplus 2>/dev/null || status=$?
 expect_eq "surplus argument status" "$status" 2
 robot --help | grep -q '^Usage: kx_robot' || fail "no usage text"

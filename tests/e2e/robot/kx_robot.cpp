@@ -61,6 +61,9 @@ Other options:
 Exit status: 0 done, 1 not found / timed out / refused, 2 usage error.
 )";
 
+// A day: longer waits are mistakes, and would overflow the tick arithmetic.
+constexpr double kMaxTimeoutSeconds = 86400;
+
 struct Entry {
   std::wstring_view name;
   Command run;
@@ -137,7 +140,7 @@ bool TakeOption(const std::wstring& name, const wchar_t* value, Options& o, bool
   if (name == L"--timeout") {
     wchar_t* end = nullptr;
     o.timeoutSeconds = std::wcstod(value, &end);
-    return end && !*end && o.timeoutSeconds >= 0;
+    return end && !*end && o.timeoutSeconds >= 0 && o.timeoutSeconds <= kMaxTimeoutSeconds;
   }
   if (name == L"--equals") return o.equals = v, true;
   if (name == L"--contains") return o.contains = v, true;

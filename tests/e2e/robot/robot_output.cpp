@@ -1,12 +1,20 @@
 #include "robot_output.h"
 
+#include <algorithm>
 #include <cstdio>
+#include <iterator>
 
 #include "sys/win32/wide.h"
 
 namespace kx::robot {
 
 namespace {
+
+struct Escape {
+  wchar_t raw;
+  const wchar_t* escaped;
+};
+constexpr Escape kEscapes[] = {{L'\\', L"\\\\"}, {L'\t', L"\\t"}, {L'\n', L"\\n"}, {L'\r', L"\\r"}};
 
 void WriteTo(DWORD which, std::string_view bytes) {
   HANDLE out = ::GetStdHandle(which);
@@ -32,22 +40,12 @@ std::string Escaped(std::wstring_view text) {
   std::wstring out;
   out.reserve(text.size());
   for (wchar_t c : text) {
-    switch (c) {
-      case L'\\':
-        out += L"\\\\";
-        break;
-      case L'\t':
-        out += L"\\t";
-        break;
-      case L'\n':
-        out += L"\\n";
-        break;
-      case L'\r':
-        out += L"\\r";
-        break;
-      default:
-        out += c;
-    }
+    const Escape* e = std::find_if(std::begin(kEscapes), std::end(kEscapes),
+                                   [c](const Escape& x) { return x.raw == c; });
+    if (e == std::end(kEscapes))
+      out += c;
+    else
+      out += e->escaped;
   }
   return win32::Narrow(out);
 }
