@@ -115,6 +115,23 @@ robot_await_gone "the context menu" --hwnd "$menu"
 robot close --hwnd "$regedit"
 robot_await_gone "the registry editor" --hwnd "$regedit"
 
+# --- Wine's settings: a property sheet's tabs, and a trackbar whose moves
+# reach its parent, which shows the value in an edit box (the trackbar steps
+# through 96, 120, 144, ... dots per inch).
+wine winecfg >/dev/null 2>&1 &
+E2E_PIDS+=($!)
+winecfg=$(robot_await_hwnd "Wine's settings" --exe winecfg.exe --class '#32770')
+tabs=(--hwnd "$winecfg" --ctl-class SysTabControl32)
+expect_eq "first tab selected" "$(robot items "${tabs[@]}" | grep -P '\tselected=1$' | robot_field index)" 0
+robot select "${tabs[@]}" 画面
+expect_eq "tab selected by its caption" \
+  "$(robot items "${tabs[@]}" | grep -P '\tselected=1$' | robot_field text)" 画面
+robot_await "the trackbar of the screen page" --hwnd "$winecfg" --ctl-class msctls_trackbar32 >/dev/null
+robot set-value --hwnd "$winecfg" --ctl-class msctls_trackbar32 1
+robot_expect_text "resolution shown by the page" 120 --hwnd "$winecfg" --ctl-class Edit --ctl-id 1108
+robot close --hwnd "$winecfg"
+robot_await_gone "Wine's settings" --hwnd "$winecfg"
+
 # --- Bad requests have defined outcomes.
 status=0
 robot wait --class NoSuchClass --timeout 0.3 2>/dev/null || status=$?

@@ -27,11 +27,12 @@ Commands (TARGET = window options, plus control options for a control):
                  status bar part), raw, then a line feed
   set-text TEXT  set the target's text (WM_SETTEXT)
   status         the parts of a status bar: part index= text=
-  items          tree view, list view, list box or combo box items
+  items          tree view, list view, tab control, list box or combo box items
   tooltips       the tools of the tooltips owned by the target's window
   select ITEM    select a tree item by path (A/B/C), a list view row by its
-                 first column, a list box or combo box item by text
-  set-value N    up-down (UDM_SETPOS32), trackbar (TBM_SETPOS), else text
+                 first column, a tab, list box or combo box item by text
+  set-value N    up-down (UDM_SETPOS32), trackbar (TBM_SETPOS), telling the
+                 parent as a drag would (WM_HSCROLL/WM_VSCROLL); else text
   click          post BM_CLICK (--send: send it and wait)
   lclick         post a left click at the centre of the target (--at X,Y)
   rclick         post a right click likewise

@@ -1,5 +1,7 @@
 // Commands that change a window or a control: texts, selections, clicks,
 // focus and plain messages.
+#include <algorithm>
+
 #include "common_controls.h"
 #include "robot_commands.h"
 #include "robot_output.h"
@@ -75,6 +77,15 @@ void NotifyParent(HWND h, WORD code) {
                  reinterpret_cast<LPARAM>(h));
 }
 
+// Tells the parent that a scrolling control moved to pos and stopped, as it
+// hears when the user drags it; the position messages do not tell it.
+void NotifyScroll(HWND h, UINT msg, WORD code, long long pos) {
+  const HWND parent = ::GetParent(h);
+  const auto lp = reinterpret_cast<LPARAM>(h);
+  Send(parent, msg, MAKEWPARAM(code, static_cast<WORD>(pos)), lp);
+  Send(parent, msg, MAKEWPARAM(SB_ENDSCROLL, 0), lp);
+}
+
 int SelectString(HWND h, const std::wstring& want, UINT count, UINT setCurrent, WORD notify) {
   const auto n = Send(h, count);
   for (int i = 0; n && i < *n; ++i) {
@@ -134,27 +145,41 @@ int Select(const Options& o) {
         return SelectListRow(*h, r.index) ? kOk : Refused("the list view refused the selection");
     return Refused("no list view row with that text");
   }
+  if (ClassIs(*h, WC_TABCONTROLW)) {
+    const auto tabs = ReadTabs(*h).value_or(std::vector<std::wstring>{});
+    const auto at = std::find(tabs.begin(), tabs.end(), want);
+    if (at == tabs.end()) return Refused("no tab with that caption");
+    // Moving the focus, unlike setting the selection, tells the parent, so
+    // that a property sheet shows the tab's page.
+    Send(*h, TCM_SETCURFOCUS, static_cast<WPARAM>(at - tabs.begin()));
+    return kOk;
+  }
   if (ClassIs(*h, L"ListBox"))
     return SelectString(*h, want, LB_GETCOUNT, LB_SETCURSEL, LBN_SELCHANGE);
   if (ClassIs(*h, L"ComboBox"))
     return SelectString(*h, want, CB_GETCOUNT, CB_SETCURSEL, CBN_SELCHANGE);
-  WriteErr("kx_robot: select works on SysTreeView32, SysListView32, ListBox and ComboBox\n");
+  WriteErr(
+      "kx_robot: select works on SysTreeView32, SysListView32, SysTabControl32, ListBox and "
+      "ComboBox\n");
   return kUsage;
 }
 
 int SetValue(const Options& o) {
-  if (o.args.size() != 1) return kUsage;
   const auto value = ParseNumber(o.args[0]);
   if (!value) return kUsage;
   const auto h = RequireTarget(o);
   if (!h) return kNotFound;
+  const auto style = ::GetWindowLongPtrW(*h, GWL_STYLE);
   std::optional<LRESULT> done;
-  if (ClassIs(*h, UPDOWN_CLASSW))
+  if (ClassIs(*h, UPDOWN_CLASSW)) {
     done = Send(*h, UDM_SETPOS32, 0, static_cast<LPARAM>(*value));
-  else if (ClassIs(*h, TRACKBAR_CLASSW))
+    NotifyScroll(*h, (style & UDS_HORZ) ? WM_HSCROLL : WM_VSCROLL, SB_THUMBPOSITION, *value);
+  } else if (ClassIs(*h, TRACKBAR_CLASSW)) {
     done = Send(*h, TBM_SETPOS, TRUE, static_cast<LPARAM>(*value));
-  else
+    NotifyScroll(*h, (style & TBS_VERT) ? WM_VSCROLL : WM_HSCROLL, TB_THUMBPOSITION, *value);
+  } else {
     done = Send(*h, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(o.args[0].c_str()));
+  }
   return done ? kOk : Refused("the target did not answer");
 }
 

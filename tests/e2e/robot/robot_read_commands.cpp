@@ -85,6 +85,19 @@ int PrintListView(HWND h) {
   return kOk;
 }
 
+int PrintTabs(HWND h) {
+  const auto tabs = ReadTabs(h);
+  if (!tabs) return NotFound("cannot read the tab control");
+  const LRESULT current = Send(h, TCM_GETCURSEL).value_or(-1);
+  for (size_t i = 0; i < tabs->size(); ++i)
+    Record("item")
+        .Number("index", static_cast<long long>(i))
+        .Text("text", (*tabs)[i])
+        .Number("selected", current == static_cast<LRESULT>(i))
+        .Print();
+  return kOk;
+}
+
 // List boxes and combo boxes: the same questions under different names.
 struct StringList {
   const wchar_t* cls;
@@ -205,9 +218,12 @@ int Items(const Options& o) {
   if (!h) return kNotFound;
   if (ClassIs(*h, WC_TREEVIEWW)) return PrintTree(*h);
   if (ClassIs(*h, WC_LISTVIEWW)) return PrintListView(*h);
+  if (ClassIs(*h, WC_TABCONTROLW)) return PrintTabs(*h);
   for (const StringList& kind : kStringLists)
     if (ClassIs(*h, kind.cls)) return PrintStrings(*h, kind);
-  WriteErr("kx_robot: items reads SysTreeView32, SysListView32, ListBox and ComboBox\n");
+  WriteErr(
+      "kx_robot: items reads SysTreeView32, SysListView32, SysTabControl32, ListBox and "
+      "ComboBox\n");
   return kUsage;
 }
 

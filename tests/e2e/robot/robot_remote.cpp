@@ -224,6 +224,24 @@ std::optional<std::vector<std::wstring>> ReadStatusParts(HWND bar) {
   return out;
 }
 
+std::optional<std::vector<std::wstring>> ReadTabs(HWND tabs) {
+  const auto count = Send(tabs, TCM_GETITEMCOUNT);
+  if (!count) return std::nullopt;
+  RemoteRequest<TCITEMW> req(tabs);
+  if (!req.buffer) return std::nullopt;
+  std::vector<std::wstring> out;
+  for (int i = 0; i < *count; ++i) {
+    TCITEMW item{};
+    item.mask = TCIF_TEXT;
+    item.pszText = reinterpret_cast<LPWSTR>(req.Text());
+    item.cchTextMax = static_cast<int>(kTextChars);
+    const auto ok = req.Exchange(tabs, TCM_GETITEMW, static_cast<WPARAM>(i), item);
+    if (!ok || !*ok) return std::nullopt;
+    out.push_back(req.buffer.ReadString(reinterpret_cast<LPARAM>(item.pszText), kTextChars));
+  }
+  return out;
+}
+
 std::vector<Tip> ReadTooltips(HWND top) {
   DWORD pid = 0;
   ::GetWindowThreadProcessId(top, &pid);

@@ -66,6 +66,9 @@ bool SelectListRow(HWND list, int index);
 // The text of each part of a status bar.
 std::optional<std::vector<std::wstring>> ReadStatusParts(HWND bar);
 
+// The captions of a tab control's tabs.
+std::optional<std::vector<std::wstring>> ReadTabs(HWND tabs);
+
 struct Tip {
   HWND tooltip;
   HWND tool;
