@@ -58,7 +58,11 @@ Control options:
 Other options:
   --timeout SEC       for the wait commands (default 10)
   --equals S  --contains S  --part N  --at X,Y  --send
+  --                  the rest are arguments, even when they start with --
 
+Output: UTF-8, one record per line: a kind (window, control, item, column,
+row, part, tooltip, menu, dpi), then tab-separated key=value fields; texts
+in records show backslash, tab, LF and CR as \\, \t, \n, \r.
 Exit status: 0 done, 1 not found / timed out / refused, 2 usage error.
 )";
 

@@ -27,7 +27,7 @@ using Command = int (*)(const Options&);
 
 // The window or control the options name; says so on stderr when none.
 std::optional<HWND> RequireTarget(const Options& o);
-// Item index of a list box or combo box, when the target is one.
+// The text of item INDEX of a list box or combo box; nullopt for other controls.
 std::optional<std::wstring> ItemText(HWND h, int index);
 // A number in decimal or 0x hex, or a message name (WM_COMMAND, ...).
 std::optional<long long> ParseNumber(const std::wstring& text);
