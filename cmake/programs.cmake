@@ -1,4 +1,4 @@
-# The Windows programs: Kestrelix.exe, the end-to-end target program, and the
+# The Windows programs: Kestrelix.exe, the end-to-end target program and robot, and the
 # end-to-end tests that drive them under Wine on a private display.
 enable_language(RC)
 
@@ -10,6 +10,14 @@ target_link_options(Kestrelix PRIVATE -municode)
 add_executable(kx_target WIN32 ${CMAKE_SOURCE_DIR}/tests/e2e/target/kx_target.cpp)
 target_compile_options(kx_target PRIVATE ${KX_WARNINGS})
 target_link_options(kx_target PRIVATE -municode)
+target_link_libraries(kx_target PRIVATE comctl32)
+
+# A console program that finds, reads and drives other programs' windows.
+file(GLOB KX_ROBOT_SOURCES CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/e2e/robot/*.cpp)
+add_executable(kx_robot ${KX_ROBOT_SOURCES})
+target_link_libraries(kx_robot PRIVATE kx_core)
+target_compile_options(kx_robot PRIVATE ${KX_WARNINGS})
+target_link_options(kx_robot PRIVATE -municode)
 
 # End-to-end tests: each script runs in its own Wine environment (virtual
 # display, private prefix). They share the prefix, so they run one at a time.

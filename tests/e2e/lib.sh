@@ -120,3 +120,5 @@ dismiss_and_await_exit() {
   done
   return 1
 }
+
+. "$(dirname "${BASH_SOURCE[0]}")/robot.sh"

@@ -1,8 +1,7 @@
-// kx_target.exe: a plain window with an edit box and a few standard controls
-// that logs every keyboard and mouse message it receives, one line each, to
-// the file named first on its command line. The window's title is the rest
-// of the command line, "KxTarget" when there is none. The end-to-end tests
-// read the log.
+// kx_target.exe: a plain window with an edit box, a few standard controls and
+// a tooltip on its OK button, that logs every keyboard and mouse message it receives, one line
+// each, to the file named first on its command line. The window's title is the rest of the command
+// line, "KxTarget" when there is none. The end-to-end tests read the log.
 //
 // Line format (tab-separated key=value):
 //   ready hwnd=H client=X,Y            once, the client origin on the screen
@@ -13,7 +12,11 @@
 // input was queued), wall the system time in
 // microseconds since 1970 (comparable with the clock of the test scripts), x
 // and y are positions in the main window's client area.
+// The common controls' header needs the Windows headers before it.
+// clang-format off
 #include <windows.h>
+#include <commctrl.h>
+// clang-format on
 
 #include <algorithm>
 #include <cstdio>
@@ -168,11 +171,23 @@ int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, PWSTR cmd, int) {
   };
   HWND edit =
       child(L"EDIT", L"", WS_BORDER | ES_MULTILINE | ES_AUTOVSCROLL | WS_VSCROLL, 10, 10, 300, 200);
-  child(L"BUTTON", L"OK", BS_PUSHBUTTON, 330, 10, 100, 30);
+  HWND ok = child(L"BUTTON", L"OK", BS_PUSHBUTTON, 330, 10, 100, 30);
   child(L"BUTTON", L"Check", BS_AUTOCHECKBOX, 330, 50, 100, 24);
   HWND list = child(L"LISTBOX", L"", WS_BORDER, 330, 90, 150, 120);
   ::SendMessageW(list, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(L"one"));
   ::SendMessageW(list, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(L"two"));
+  INITCOMMONCONTROLSEX controls{sizeof controls, ICC_WIN95_CLASSES};
+  ::InitCommonControlsEx(&controls);
+  HWND tip = ::CreateWindowExW(0, TOOLTIPS_CLASSW, nullptr, WS_POPUP | TTS_ALWAYSTIP, CW_USEDEFAULT,
+                               CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, main, nullptr, instance,
+                               nullptr);
+  TTTOOLINFOW tool{};
+  tool.cbSize = sizeof tool;
+  tool.uFlags = TTF_IDISHWND | TTF_SUBCLASS;
+  tool.hwnd = main;
+  tool.uId = reinterpret_cast<UINT_PTR>(ok);
+  tool.lpszText = const_cast<LPWSTR>(L"OK ボタンのヒント");
+  ::SendMessageW(tip, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
   ::ShowWindow(main, SW_SHOWNORMAL);
   ::UpdateWindow(main);
   ::SetFocus(edit);
