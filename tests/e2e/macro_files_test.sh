@@ -10,7 +10,8 @@ editor=("${main[@]}" --ctl-class Edit --ctl-id 1)
 app=$WORK/app
 mkdir -p "$app/Macro"
 cp "$BIN/Kestrelix.exe" "$app/"
-printf '[Macro]\r\nTrace=-1\r\n' >"$app/setting.ini"
+# Beside the target window, so that the highlight shows in the screenshots.
+printf '[Macro]\r\nTrace=-1\r\nX=10500\r\nW=7500\r\n' >"$app/setting.ini"
 
 (cd "$app" && wine Kestrelix.exe >/dev/null 2>&1) &
 E2E_PIDS+=($!)
