@@ -311,6 +311,7 @@ LRESULT CALLBACK TextEditor::EditSubclass(HWND hwnd, UINT msg, WPARAM wp, LPARAM
   if (msg == WM_NCDESTROY) ::RemoveWindowSubclass(hwnd, &TextEditor::EditSubclass, kEditSubclassId);
   const LRESULT result = ::DefSubclassProc(hwnd, msg, wp, lp);
   switch (msg) {
+    case WM_SETTEXT:  // a multi-line box sends no EN_CHANGE for it
     case WM_KEYDOWN:
     case WM_CHAR:
     case WM_LBUTTONDOWN:
