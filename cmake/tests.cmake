@@ -15,7 +15,11 @@ target_compile_options(kx_tests PRIVATE ${KX_WARNINGS})
 target_compile_definitions(kx_tests PRIVATE KX_TEST_DATA="${CMAKE_SOURCE_DIR}/tests/data")
 
 if(CMAKE_CROSSCOMPILING)
-  add_test(NAME win64.unit COMMAND kx_tests --gtest_brief=1)
+  # On a virtual display of its own, so that the window tests always run; a
+  # prefix of its own, so that its shutdown never touches another test's.
+  add_test(NAME win64.unit
+           COMMAND env KX_WINEPREFIX=${CMAKE_BINARY_DIR}/wineprefix-unit
+                   ${CMAKE_SOURCE_DIR}/scripts/wine-env wine $<TARGET_FILE:kx_tests> --gtest_brief=1)
 else()
   include(GoogleTest)
   gtest_discover_tests(kx_tests DISCOVERY_TIMEOUT 60)

@@ -6,6 +6,7 @@
 #include "player/line_runner.h"
 #include "player/wait.h"
 #include "util/basic_text.h"
+#include "util/scope_exit.h"
 
 namespace kx {
 
@@ -55,6 +56,14 @@ void Player::sLoopPlay0() {
 
 void Player::sLoopPlay() {
   view_.SetPlaying(true);
+  // However the cycles end, even by an exception from the system, no flag
+  // stays set and the window gets its controls back.
+  const scope_exit reset([this] {
+    playing_ = false;
+    stoppedByUser_ = false;
+    hotkeysLocked_ = false;
+    view_.SetPlaying(false);
+  });
   sys_.clock.PumpMessages();
   sys_.clock.Sleep(100);
   playing_ = true;
@@ -103,7 +112,6 @@ void Player::sLoopPlay() {
     for (int vk : kReleasedModifiers) input_.QueueKey(vk, true);
     input_.FlushKeys();
   }
-  view_.SetPlaying(false);
 }
 
 void Player::sPlayAll(const std::string& text) {

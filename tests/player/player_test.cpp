@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <stdexcept>
+
 #include "player/play_fixture.h"
 
 namespace kx::test {
@@ -211,9 +213,10 @@ TEST(PlayerVariables, AssignmentsStoreTextAndAreSubstitutedLater) {
 TEST(PlayerVariables, SmallResultsAreStoredInPlainDecimals) {
   PlayFixture f;
   f.Play({"#a = 1/100000", "#b = 1+2*3^2", "#n = #b"});
-  EXPECT_EQ(f.Effects("var"), (std::vector<std::string>{R"({"ev":"var","name":"#a","value":"0.00001"})",
-                                                         R"({"ev":"var","name":"#b","value":"37"})",
-                                                         R"({"ev":"var","name":"#n","value":"37"})"}));
+  EXPECT_EQ(f.Effects("var"),
+            (std::vector<std::string>{R"({"ev":"var","name":"#a","value":"0.00001"})",
+                                      R"({"ev":"var","name":"#b","value":"37"})",
+                                      R"({"ev":"var","name":"#n","value":"37"})"}));
 }
 
 TEST(PlayerVariables, EveryPlayStartsWithAnEmptyTable) {
@@ -222,6 +225,17 @@ TEST(PlayerVariables, EveryPlayStartsWithAnEmptyTable) {
   f.Play({"key #a"});
   // "#a" is no longer a variable: the text is typed as written.
   EXPECT_EQ(f.Effects("keys").size(), 2u);
+}
+
+TEST(PlayerCycles, AnExceptionOutOfAPlayStillGivesTheWindowBack) {
+  PlayFixture f;
+  f.view.SetText("beep\r\nbeep");
+  f.view.SetLineHook([](std::int64_t n) {
+    if (n == 2) throw std::runtime_error("system failure");
+  });
+  EXPECT_THROW(f.player.PlayOrStop(), std::runtime_error);
+  EXPECT_FALSE(f.player.Playing());
+  EXPECT_FALSE(f.view.playingShown());
 }
 
 }  // namespace

@@ -1,9 +1,10 @@
 // clang-format off
-#include <windows.h>
+#include "sys/win32/windows_api.h"
 #include <shellapi.h>
 // clang-format on
 
 #include "kx/arguments.h"
+#include "sys/win32/unique_handle.h"
 #include "sys/win32/wide.h"
 
 namespace kx::cli {
@@ -15,8 +16,8 @@ std::vector<std::string> Utf8Arguments(int, char**) {
   int count = 0;
   LPWSTR* wide = ::CommandLineToArgvW(::GetCommandLineW(), &count);
   if (!wide) return out;
+  const win32::unique_hlocal owner(wide);
   for (int i = 1; i < count; ++i) out.push_back(win32::Narrow(wide[i]));
-  ::LocalFree(wide);
   return out;
 }
 

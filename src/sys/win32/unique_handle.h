@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "sys/win32/windows_api.h"
+#include "util/scope_exit.h"
 
 namespace kx::win32 {
 
@@ -67,12 +68,22 @@ struct FileDeleter {
   void operator()(HANDLE h) const { ::CloseHandle(h); }
 };
 
+struct RegKeyDeleter {
+  static HKEY Null() { return nullptr; }
+  void operator()(HKEY h) const { ::RegCloseKey(h); }
+};
+struct LocalDeleter {
+  static HLOCAL Null() { return nullptr; }
+  void operator()(HLOCAL h) const { ::LocalFree(h); }
+};
 struct MenuDeleter {
   static HMENU Null() { return nullptr; }
   void operator()(HMENU h) const { ::DestroyMenu(h); }
 };
 
 using unique_hmenu = unique_handle<HMENU, MenuDeleter>;
+using unique_hkey = unique_handle<HKEY, RegKeyDeleter>;
+using unique_hlocal = unique_handle<HLOCAL, LocalDeleter>;
 using unique_kernel_handle = unique_handle<HANDLE, KernelHandleDeleter>;
 using unique_hwnd = unique_handle<HWND, WindowDeleter>;
 using unique_hfont = unique_handle<HFONT, FontDeleter>;
@@ -116,17 +127,6 @@ class WindowTimer {
   UINT_PTR id_;
 };
 
-// Runs a callable when the scope ends.
-template <typename F>
-class scope_exit {
- public:
-  explicit scope_exit(F f) : f_(std::move(f)) {}
-  ~scope_exit() { f_(); }
-  scope_exit(const scope_exit&) = delete;
-  scope_exit& operator=(const scope_exit&) = delete;
-
- private:
-  F f_;
-};
+using kx::scope_exit;
 
 }  // namespace kx::win32
