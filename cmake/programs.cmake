@@ -29,3 +29,13 @@ foreach(t ${KX_E2E_TESTS})
                    ${CMAKE_BINARY_DIR}/e2e)
   set_tests_properties(win64.e2e.${name} PROPERTIES RESOURCE_LOCK kx_wine_e2e TIMEOUT 300)
 endforeach()
+
+# Start-up and memory benchmark: the watcher and the empty program it
+# compares Kestrelix.exe with (tests/bench/startup_memory.sh).
+add_executable(kx_start_watch ${CMAKE_SOURCE_DIR}/tests/bench/start_watch.cpp)
+target_compile_options(kx_start_watch PRIVATE ${KX_WARNINGS})
+target_link_options(kx_start_watch PRIVATE -municode)
+target_link_libraries(kx_start_watch PRIVATE psapi)
+add_executable(kx_empty_window WIN32 ${CMAKE_SOURCE_DIR}/tests/bench/empty_window.cpp)
+target_compile_options(kx_empty_window PRIVATE ${KX_WARNINGS})
+target_link_options(kx_empty_window PRIVATE -municode)

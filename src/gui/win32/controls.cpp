@@ -1,9 +1,8 @@
 #include "gui/win32/controls.h"
 
-#include <shellapi.h>
-
 #include <algorithm>
 
+#include "gui/win32/resource_ids.h"
 #include "sys/win32/wide.h"
 
 namespace kx::win32 {
@@ -20,11 +19,11 @@ constexpr UINT_PTR kButtonSubclassId = 1;
 constexpr int kTreeImageFolder = 0;
 constexpr int kTreeImageFile = 1;
 
-HICON ShellIcon(const wchar_t* name, DWORD attributes) {
-  SHFILEINFOW info{};
-  ::SHGetFileInfoW(name, attributes, &info, sizeof info,
-                   SHGFI_ICON | SHGFI_SMALLICON | SHGFI_USEFILEATTRIBUTES);
-  return info.hIcon;
+// The program's own small icons: asking the shell for its file icons costs
+// a good part of the start-up.
+HICON SmallIcon(int id, int size) {
+  return static_cast<HICON>(::LoadImageW(::GetModuleHandleW(nullptr), MAKEINTRESOURCEW(id),
+                                         IMAGE_ICON, size, size, LR_DEFAULTCOLOR));
 }
 
 }  // namespace
@@ -146,9 +145,8 @@ void MacroTreeView::Set(const std::vector<gui::TreeNode>& nodes, bool icons) {
   if (icons && !images_) {
     const int size = ::GetSystemMetrics(SM_CXSMICON);
     images_ = ::ImageList_Create(size, size, ILC_COLOR32 | ILC_MASK, 2, 0);
-    for (const auto& [name, attributes] : {std::pair{L"folder", FILE_ATTRIBUTE_DIRECTORY},
-                                           std::pair{L"x.txt", FILE_ATTRIBUTE_NORMAL}}) {
-      const HICON icon = ShellIcon(name, attributes);
+    for (const int id : {kFolderIconId, kMacroIconId}) {
+      const HICON icon = SmallIcon(id, size);
       ::ImageList_AddIcon(images_, icon ? icon : ::LoadIconW(nullptr, IDI_APPLICATION));
       if (icon) ::DestroyIcon(icon);
     }

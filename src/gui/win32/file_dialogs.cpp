@@ -60,6 +60,10 @@ std::optional<std::string> AskSaveFile(HWND owner, const gui::FileDialogSpec& sp
 }
 
 std::optional<std::string> AskFolderPath(HWND owner, std::string_view title) {
+  // The folder browser needs COM; it is started here, when first needed,
+  // rather than at start-up for everyone.
+  static const bool com = SUCCEEDED(::CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED));
+  (void)com;
   const std::wstring text = Widen(title);
   BROWSEINFOW info{};
   info.hwndOwner = owner;

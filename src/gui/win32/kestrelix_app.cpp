@@ -1,7 +1,6 @@
 #include "gui/win32/kestrelix_app.h"
 
 #include <commctrl.h>
-#include <ole2.h>
 
 #include "gui/main_controller.h"
 #include "gui/win32/main_window.h"
@@ -13,29 +12,12 @@
 
 namespace kx::win32 {
 
-namespace {
-
-// OLE for the folder browser and drag and drop, for the program's life.
-class OleSession {
- public:
-  OleSession() : ok_(SUCCEEDED(::OleInitialize(nullptr))) {}
-  ~OleSession() {
-    if (ok_) ::OleUninitialize();
-  }
-  OleSession(const OleSession&) = delete;
-  OleSession& operator=(const OleSession&) = delete;
-
- private:
-  bool ok_;
-};
-
-}  // namespace
+namespace {}  // namespace
 
 int RunKestrelix(HINSTANCE, int) {
   INITCOMMONCONTROLSEX controls{sizeof controls, ICC_WIN95_CLASSES | ICC_BAR_CLASSES |
                                                      ICC_TREEVIEW_CLASSES | ICC_UPDOWN_CLASS};
   ::InitCommonControlsEx(&controls);
-  OleSession ole;
 
   LocalFiles files;
   Win32System system(files);

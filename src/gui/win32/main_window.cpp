@@ -9,6 +9,7 @@
 #include "gui/win32/dpi.h"
 #include "gui/win32/file_dialogs.h"
 #include "gui/win32/menus.h"
+#include "gui/win32/resource_ids.h"
 #include "gui/win32/win32_gui_ports.h"
 #include "sys/win32/wide.h"
 
@@ -58,7 +59,7 @@ constexpr wchar_t kLoopTip[] = L"ループ再生する回数(0～9999)";
 }  // namespace
 
 bool MainWindow::Create() {
-  icon_ = ::LoadIconW(::GetModuleHandleW(nullptr), MAKEINTRESOURCEW(1));
+  icon_ = ::LoadIconW(::GetModuleHandleW(nullptr), MAKEINTRESOURCEW(kAppIconId));
   WindowClassArgs cls{kMainWindowClass, icon_, reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1), 0};
   WindowArgs args;
   args.exStyle = WS_EX_APPWINDOW | WS_EX_ACCEPTFILES;
@@ -310,7 +311,7 @@ void MainWindow::ShowAbout() {
   params.lpszText = text.c_str();
   params.lpszCaption = title.c_str();
   params.dwStyle = MB_OK | MB_USERICON;
-  params.lpszIcon = MAKEINTRESOURCEW(1);
+  params.lpszIcon = MAKEINTRESOURCEW(kAppIconId);
   ::MessageBoxIndirectW(&params);
 }
 
