@@ -142,7 +142,7 @@ void InputLines::PlayMouseLine(std::string_view key) {
   queue_.FlushMouse();
 }
 
-void InputLines::Wheel(std::string_view amount) {
+void InputLines::Wheel(std::string_view amount, const bool& playing) {
   const auto value = basic::ToDouble(amount);
   if (!value || amount == "0") return;
   const auto n = basic::ToLong(*value);
@@ -154,6 +154,7 @@ void InputLines::Wheel(std::string_view amount) {
   for (long long i = 0; i < notches; ++i) {
     sys_.input.Wheel(notch);
     sys_.clock.PumpMessages();
+    if (!playing) return;
     sys_.clock.Sleep(1);
   }
   sys_.input.Wheel(*n % 120);

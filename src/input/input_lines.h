@@ -26,8 +26,9 @@ class InputLines {
   void MoveToScreenCentre();
   // "lmouse down (x,y)" and the like, on the lower-cased key.
   void PlayMouseLine(std::string_view key);
-  // "wheel n" with the amount text as written after the word.
-  void Wheel(std::string_view amount);
+  // "wheel n" with the amount text as written after the word. A wheel of many
+  // notches pumps messages after each and ends as soon as `playing` is false.
+  void Wheel(std::string_view amount, const bool& playing);
   // "capslock on/off", "numlock on/off": presses the key only when its
   // toggle state is exactly the opposite.
   void SetLockKey(int vk, std::string_view word);

@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <limits>
 
 namespace kx::sim {
 
@@ -40,6 +41,13 @@ std::string ButtonWords(std::uint32_t flags) {
   for (const auto& [flag, word] : kWords)
     if (flags & flag) out += std::string(out.empty() ? "" : ",") + "\"" + word + "\"";
   return out;
+}
+
+// Coordinates far out of range stay at the edge of what an int holds instead
+// of overflowing.
+int Saturated(std::int64_t value) {
+  return static_cast<int>(std::clamp<std::int64_t>(value, std::numeric_limits<int>::min(),
+                                                   std::numeric_limits<int>::max()));
 }
 
 }  // namespace
@@ -147,7 +155,8 @@ std::optional<Rect> SimSystem::GetRect(WindowHandle window) {
 }
 
 void SimSystem::Move(WindowHandle window, int x, int y, int width, int height, bool) {
-  if (auto* w = WindowByHandle(window)) w->rect = {x, y, x + width, y + height};
+  if (auto* w = WindowByHandle(window))
+    w->rect = {x, y, Saturated(std::int64_t{x} + width), Saturated(std::int64_t{y} + height)};
   Record("move", "\"hwnd\":" + std::to_string(window) + ",\"x\":" + std::to_string(x) +
                      ",\"y\":" + std::to_string(y) + ",\"w\":" + std::to_string(width) +
                      ",\"h\":" + std::to_string(height));
@@ -156,13 +165,15 @@ void SimSystem::Move(WindowHandle window, int x, int y, int width, int height, b
 Point SimSystem::ClientToScreen(WindowHandle window, Point client) {
   auto* w = WindowByHandle(window);
   if (!w) return client;
-  return {w->rect.left + w->clientOrigin.x + client.x, w->rect.top + w->clientOrigin.y + client.y};
+  return {Saturated(std::int64_t{w->rect.left} + w->clientOrigin.x + client.x),
+          Saturated(std::int64_t{w->rect.top} + w->clientOrigin.y + client.y)};
 }
 
 Point SimSystem::ScreenToClient(WindowHandle window, Point screen) {
   auto* w = WindowByHandle(window);
   if (!w) return screen;
-  return {screen.x - w->rect.left - w->clientOrigin.x, screen.y - w->rect.top - w->clientOrigin.y};
+  return {Saturated(std::int64_t{screen.x} - w->rect.left - w->clientOrigin.x),
+          Saturated(std::int64_t{screen.y} - w->rect.top - w->clientOrigin.y)};
 }
 
 std::string SimSystem::ClassName(WindowHandle window) {
@@ -220,6 +231,7 @@ std::optional<std::int64_t> SimSystem::NextHotkeyUs() const {
 }
 
 void SimSystem::PumpMessages() {
+  if (pumpHook_) pumpHook_();
   // Deliver due hotkeys in time order; a handler may pump again, so take each
   // one off the list before calling it.
   for (;;) {
@@ -239,9 +251,13 @@ void SimSystem::Sleep(int milliseconds) {
 void SimSystem::WaitForMessageOrTimeout(double milliseconds) {
   // The wait ends just past its deadline (a real clock never lands exactly on
   // it), or when a hotkey message arrives first.
-  std::int64_t target =
-      clockUs_ + static_cast<std::int64_t>(std::ceil(std::max(0.0, milliseconds) * 1000)) + 1;
+  // The longest wait the player makes is bounded; the cap here only keeps the
+  // conversion to microseconds defined for any caller.
+  constexpr double kLongestUs = 1e15;
+  const double us = std::min(std::ceil(std::max(0.0, milliseconds) * 1000), kLongestUs);
+  std::int64_t target = clockUs_ + static_cast<std::int64_t>(us) + 1;
   if (auto next = NextHotkeyUs(); next && *next < target) target = std::max(*next, clockUs_);
+  if (wakeAtUs_ > clockUs_ && wakeAtUs_ < target) target = wakeAtUs_;
   clockUs_ = target;
 }
 

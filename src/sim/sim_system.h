@@ -73,6 +73,12 @@ class SimSystem final : public InputPort,
   // A hotkey press delivered by the message pump once the clock reaches it.
   void ScheduleHotkey(std::int64_t atMs, int id) { hotkeys_.push_back({atMs * 1000, id}); }
   void SetHotkeySink(std::function<void(int)> sink) { hotkeySink_ = std::move(sink); }
+  // Called at every pump of the message queue; waits wake at wakeAtUs so
+  // that the hook sees that moment.
+  void SetPumpHook(std::function<void()> hook, std::int64_t wakeAtUs) {
+    pumpHook_ = std::move(hook);
+    wakeAtUs_ = wakeAtUs;
+  }
   std::string LastStatus() const { return status_; }
   std::string LastRegeditKey() const { return regeditKey_; }
 
@@ -185,6 +191,8 @@ class SimSystem final : public InputPort,
   LocalTime startTime_{2024, 3, 5, 9, 5, 3, 0};
   std::vector<PendingHotkey> hotkeys_;
   std::function<void(int)> hotkeySink_;
+  std::function<void()> pumpHook_;
+  std::int64_t wakeAtUs_ = -1;
   std::string status_;
   std::string regeditKey_;
   std::uint32_t rndSeed_ = 0x50000;
