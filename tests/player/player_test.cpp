@@ -2,7 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+
 #include "player/play_fixture.h"
+#include "player/wait.h"
 
 namespace kx::test {
 namespace {
@@ -97,6 +100,33 @@ TEST(PlayerTiming, ANegativeWaitEndsAtOnce) {
   PlayFixture f;
   f.Play({"beep", "-50", "beep"});
   EXPECT_EQ(f.Times("beep"), (std::vector<std::int64_t>{100, 100}));
+}
+
+TEST(PlayerTiming, AWaitBeyondTheClocksRangeIsCutToTheLongestWait) {
+  PlayFixture f;
+  f.sim.ScheduleHotkey(500, kHotkeyPlay);
+  f.Play({"1e16", "beep"});
+  EXPECT_EQ(f.player.LastEnd(), PlayEnd::kStopped);
+  EXPECT_LE(f.sim.NowMs(), 600);
+  // Unstopped, the bounds of the play end it within a virtual day.
+  f.Play({"1e16", "beep"});
+  EXPECT_TRUE(f.limiter.Reached());
+  EXPECT_TRUE(f.Effects("beep").empty());
+  EXPECT_LE(f.sim.NowMs(), 86'400'000 + 10);
+}
+
+TEST(PlayerTiming, TheLongestWaitIsTwoToTheThirtyFirstMillisecondsLessOne) {
+  EXPECT_EQ(WaitLengthMs(1e16), 2147483647);
+  EXPECT_EQ(WaitLengthMs(2147483646.5), 2147483646);
+  EXPECT_EQ(WaitLengthMs(-50), 0);
+  EXPECT_EQ(BoundedWaitMs(std::nan("")), 0);
+}
+
+TEST(PlayerLimits, AnEndlessPassEndsAtTheLineBound) {
+  PlayFixture f;
+  f.Play({"-1", "goto 1"});
+  EXPECT_TRUE(f.limiter.Reached());
+  EXPECT_EQ(f.player.LastEnd(), PlayEnd::kPaused);  // ended as a stop would, not by the user
 }
 
 TEST(PlayerTiming, WithoutThePerformanceCounterWaitsUseTheMillisecondTimer) {
@@ -211,9 +241,10 @@ TEST(PlayerVariables, AssignmentsStoreTextAndAreSubstitutedLater) {
 TEST(PlayerVariables, SmallResultsAreStoredInPlainDecimals) {
   PlayFixture f;
   f.Play({"#a = 1/100000", "#b = 1+2*3^2", "#n = #b"});
-  EXPECT_EQ(f.Effects("var"), (std::vector<std::string>{R"({"ev":"var","name":"#a","value":"0.00001"})",
-                                                         R"({"ev":"var","name":"#b","value":"37"})",
-                                                         R"({"ev":"var","name":"#n","value":"37"})"}));
+  EXPECT_EQ(f.Effects("var"),
+            (std::vector<std::string>{R"({"ev":"var","name":"#a","value":"0.00001"})",
+                                      R"({"ev":"var","name":"#b","value":"37"})",
+                                      R"({"ev":"var","name":"#n","value":"37"})"}));
 }
 
 TEST(PlayerVariables, EveryPlayStartsWithAnEmptyTable) {
