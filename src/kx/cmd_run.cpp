@@ -133,9 +133,9 @@ int Run(const std::vector<std::string>& args) {
                        : player.LastEnd() == PlayEnd::kStopped   ? "stopped"
                                                                  : "paused";
   sim.trace().Add(sim.NowMs(), "end",
-                  std::string("\"reason\":\"") + reason +
-                      "\",\"current_line\":" + std::to_string(player.CurrentLine()) +
-                      ",\"cycles_left\":" + std::to_string(player.CyclesLeft()));
+                  {{"reason", reason},
+                   {"current_line", player.CurrentLine()},
+                   {"cycles_left", player.CyclesLeft()}});
   std::cout << sim.trace().ToJsonLines();
   return 0;
 }

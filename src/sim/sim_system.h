@@ -167,7 +167,7 @@ class SimSystem final : public InputPort,
     std::int64_t atUs;
     int id;
   };
-  void Record(std::string_view ev, std::string fields = {});
+  void Record(std::string_view ev, Json fields = Json::object());
   std::optional<std::string> RealFilePath(std::string_view path) const;
   std::optional<std::int64_t> NextHotkeyUs() const;
 

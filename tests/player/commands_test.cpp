@@ -152,7 +152,7 @@ TEST(ClipboardCommands, PasteTurnsBackslashNIntoALineBreakAndPressesCtrlV) {
   PlayFixture f;
   f.Play({"paste a\\nb"});
   EXPECT_EQ(f.Effects(), (std::vector<std::string>{
-                             R"({"ev":"clipboard","text":"a\u000d\u000ab"})",
+                             R"({"ev":"clipboard","text":"a\r\nb"})",
                              PlayFixture::Keys(R"([17,"down"],[86,"down"],[86,"up"],[17,"up"])"),
                          }));
 }

@@ -55,9 +55,7 @@ class PlayFixture {
     return out;
   }
 
-  static std::string Untimed(const sim::TraceEvent& e) {
-    return "{\"ev\":\"" + e.ev + "\"" + (e.fields.empty() ? "" : "," + e.fields) + "}";
-  }
+  static std::string Untimed(const sim::TraceEvent& e) { return e.ToUntimedJson(); }
   static std::string Keys(const std::string& list) {
     return R"({"ev":"keys","keys":[)" + list + "]}";
   }

@@ -50,9 +50,9 @@ TEST(PlayerCycles, CaptionCountsDownTheCyclesAndIsRestored) {
   f.view.SetLoopCount(2);
   f.Play({"beep"});
   std::vector<std::string> captions;
-  for (const auto& e : f.sim.trace().OfKind("caption")) captions.push_back(e.fields);
-  EXPECT_EQ(captions, (std::vector<std::string>{R"("text":"残り2回")", R"("text":"残り1回")",
-                                                R"("text":"Kestrelix")"}));
+  for (const auto& e : f.sim.trace().OfKind("caption"))
+    captions.push_back(e.fields["text"].get<std::string>());
+  EXPECT_EQ(captions, (std::vector<std::string>{"残り2回", "残り1回", "Kestrelix"}));
 }
 
 TEST(PlayerTiming, ThePlayStartsAfterAHundredMilliseconds) {
