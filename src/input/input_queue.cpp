@@ -7,9 +7,11 @@ void InputQueue::QueueKey(int code, bool up) {
 }
 
 bool InputQueue::FlushKeys() {
-  const bool sent = !keys_.empty() && port_.SendKeys(keys_);
+  if (keys_.empty()) return false;
+  const std::size_t taken = port_.SendKeys(keys_);
+  if (taken < keys_.size()) blocked_ = true;
   keys_.clear();
-  return sent;
+  return taken > 0;
 }
 
 bool InputQueue::PressChord(int a, int b, int c) {
@@ -27,9 +29,11 @@ void InputQueue::QueueMouse(int dx, int dy, std::uint32_t buttonFlags, bool abso
 }
 
 bool InputQueue::FlushMouse() {
-  const bool sent = !mouse_.empty() && port_.SendMouse(mouse_);
+  if (mouse_.empty()) return false;
+  const std::size_t taken = port_.SendMouse(mouse_);
+  if (taken < mouse_.size()) blocked_ = true;
   mouse_.clear();
-  return sent;
+  return taken > 0;
 }
 
 }  // namespace kx

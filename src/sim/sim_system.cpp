@@ -67,8 +67,8 @@ void SimSystem::Record(std::string_view ev, Json fields) {
 
 // --- input ---
 
-bool SimSystem::SendKeys(std::span<const KeyRecord> keys) {
-  if (keys.empty()) return false;
+std::size_t SimSystem::SendKeys(std::span<const KeyRecord> keys) {
+  if (keys.empty() || inputBlocked_) return 0;
   Json list = Json::array();
   for (const auto& k : keys) {
     list.push_back({k.vk, k.up ? "up" : "down"});
@@ -76,16 +76,16 @@ bool SimSystem::SendKeys(std::span<const KeyRecord> keys) {
     if (!k.up && (k.vk == 20 || k.vk == 144 || k.vk == 145)) toggles_[k.vk] = !toggles_[k.vk];
   }
   Record("keys", {{"keys", std::move(list)}});
-  return true;
+  return keys.size();
 }
 
-bool SimSystem::SendMouse(std::span<const MouseRecord> records) {
-  if (records.empty()) return false;
+std::size_t SimSystem::SendMouse(std::span<const MouseRecord> records) {
+  if (records.empty() || inputBlocked_) return 0;
   Json list = Json::array();
   for (const auto& r : records)
     for (const auto& word : ButtonWords(r.flags)) list.push_back(word);
   Record("mouse", {{"buttons", std::move(list)}});
-  return true;
+  return records.size();
 }
 
 void SimSystem::Wheel(int delta) {

@@ -64,6 +64,9 @@ class SimSystem final : public InputPort,
   // The next n clipboard writes fail, as when another program holds it.
   void FailClipboardWrites(int n) { failingClipboardWrites_ = n; }
   void SetToggle(int vk, bool on) { toggles_[vk] = on; }
+  // While on, the system takes no key or button event, as when a window of
+  // higher integrity has the focus; nothing reaches the trace.
+  void BlockInput(bool on) { inputBlocked_ = on; }
   void QueueInputBoxAnswer(std::optional<std::string> answer) {
     inputAnswers_.push_back(std::move(answer));
   }
@@ -83,8 +86,8 @@ class SimSystem final : public InputPort,
   std::string LastRegeditKey() const { return regeditKey_; }
 
   // --- InputPort ---
-  bool SendKeys(std::span<const KeyRecord> keys) override;
-  bool SendMouse(std::span<const MouseRecord> records) override;
+  std::size_t SendKeys(std::span<const KeyRecord> keys) override;
+  std::size_t SendMouse(std::span<const MouseRecord> records) override;
   void Wheel(int delta) override;
   void SetCursorPos(Point screen) override;
   Point GetCursorPos() override { return cursor_; }
@@ -184,6 +187,7 @@ class SimSystem final : public InputPort,
   std::optional<std::string> clipboard_;
   int failingClipboardWrites_ = 0;
   std::map<int, bool> toggles_;
+  bool inputBlocked_ = false;
   Point cursor_{0, 0};
   std::deque<std::optional<std::string>> inputAnswers_;
   std::vector<std::pair<std::string, std::string>> environment_;

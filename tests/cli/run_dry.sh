@@ -52,6 +52,9 @@ check "wheel bound" "1000" "$out"
 out=$(run run --dry --stop-at 150 "$dir/wheel.ksx" | tail -1)
 check "wheel stop" '{"t":158,"ev":"end","reason":"stopped","current_line":0,"cycles_left":1}' "$out"
 
+out=$(run run --dry --refuse-input "$dir/m.ksx" | grep '"error"' | sed 's/"t":[0-9]*,//')
+check "refused input" '{"ev":"error","line":1,"reason":"input-blocked"}' "$out"
+
 printf 'goto 7\r\nbeep' > "$dir/bad.ksx"
 out=$(run run --dry "$dir/bad.ksx" | grep '"error"' | sed 's/"t":[0-9]*,//')
 check "error" '{"ev":"error","line":7}' "$out"

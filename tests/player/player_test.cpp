@@ -257,3 +257,37 @@ TEST(PlayerVariables, EveryPlayStartsWithAnEmptyTable) {
 
 }  // namespace
 }  // namespace kx::test
+
+namespace kx::test {
+namespace {
+
+TEST(PlayerBlockedInput, IsToldOncePerPlayAndThePlayGoesOn) {
+  PlayFixture f;
+  f.sim.BlockInput(true);
+  f.Play({"a", "lmouse down", "beep", "b"});
+  EXPECT_EQ(f.Effects("status"),
+            std::vector<std::string>{R"({"ev":"status","text":")" +
+                                     std::string(Player::kInputBlockedMessage) + "\"}"});
+  EXPECT_EQ(f.Effects("error"),
+            std::vector<std::string>{R"({"ev":"error","line":1,"reason":"input-blocked"})"});
+  EXPECT_TRUE(f.Effects("balloon").empty());
+  EXPECT_EQ(f.Effects("beep").size(), 1u);
+  EXPECT_TRUE(f.Effects("keys").empty());
+
+  // The next play tells it again, with a balloon when comments show as balloons.
+  f.player.Options().balloon = true;
+  f.Play({"beep", "lmouse down"});
+  EXPECT_EQ(f.Effects("error"),
+            std::vector<std::string>{R"({"ev":"error","line":2,"reason":"input-blocked"})"});
+  EXPECT_EQ(f.Effects("balloon").size(), 1u);
+}
+
+TEST(PlayerBlockedInput, InputTheSystemTakesIsNotReported) {
+  PlayFixture f;
+  f.Play({"a", "lmouse down", "key abc", "keys ctrl+c"});
+  EXPECT_TRUE(f.Effects("error").empty());
+  EXPECT_TRUE(f.Effects("status").empty());
+}
+
+}  // namespace
+}  // namespace kx::test

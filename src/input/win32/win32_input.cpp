@@ -47,19 +47,19 @@ std::optional<char> AnsiByte(char32_t ch) {
   return bytes[0];
 }
 
-bool Win32Input::Send(std::vector<INPUT>& inputs) {
-  if (inputs.empty()) return false;
-  return ::SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT)) > 0;
+std::size_t Win32Input::Send(std::vector<INPUT>& inputs) {
+  if (inputs.empty()) return 0;
+  return ::SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT));
 }
 
-bool Win32Input::SendKeys(std::span<const KeyRecord> keys) {
+std::size_t Win32Input::SendKeys(std::span<const KeyRecord> keys) {
   std::vector<INPUT> inputs;
   inputs.reserve(keys.size());
   for (const auto& k : keys) inputs.push_back(MakeKeyInput(k));
   return Send(inputs);
 }
 
-bool Win32Input::SendMouse(std::span<const MouseRecord> records) {
+std::size_t Win32Input::SendMouse(std::span<const MouseRecord> records) {
   std::vector<INPUT> inputs;
   inputs.reserve(records.size());
   for (const auto& r : records) inputs.push_back(MakeMouseInput(r));
