@@ -82,7 +82,12 @@ void InputLines::TypeText(std::string_view text) {
     const auto rest = basic::Mid(text, 2);
     text = rest;
     const CharKey key = KeyCodeFromChar(ch, sys_.input);
-    if (key.code < 1 || key.code > 255) continue;
+    if (key.code < 1 || key.code > 255) {
+      if (!unicodeKeys_) continue;
+      queue_.QueueUnicode(ch);
+      queue_.FlushKeys();
+      continue;
+    }
     if (key.shift)
       queue_.PressChord(16, key.code);
     else

@@ -10,14 +10,17 @@ namespace kx {
 
 class InputLines {
  public:
-  InputLines(System& sys, InputQueue& queue) : sys_(sys), queue_(queue) {}
+  InputLines(System& sys, InputQueue& queue, bool unicodeKeys = false)
+      : sys_(sys), queue_(queue), unicodeKeys_(unicodeKeys) {}
 
   // A key line's code: pseudo codes hold or release a modifier, print screen
   // presses the snapshot key and waits, other codes 1-255 press and release.
   void PressKey(KeyCode code);
   // "keys a+b+c": every known key down in order, up in reverse, one batch.
   void PressKeys(std::string_view names);
-  // "key text": one chord per character, Shift added where needed.
+  // "key text": one chord per character, Shift added where needed. A
+  // character the layout cannot type is skipped, or with Unicode keys on sent
+  // as a Unicode key event.
   void TypeText(std::string_view text);
   // Pointer placement from "(x,y)" in screen or foreground-client pixels;
   // malformed coordinates leave the pointer where it is.
@@ -38,6 +41,7 @@ class InputLines {
  private:
   System& sys_;
   InputQueue& queue_;
+  bool unicodeKeys_;
 };
 
 }  // namespace kx

@@ -14,6 +14,9 @@ namespace kx {
 struct KeyRecord {
   std::uint16_t vk = 0;
   bool up = false;
+  // A UTF-16 code unit sent as a Unicode key event instead of a virtual key
+  // (vk is then 0); 0 for an ordinary key.
+  char16_t unicode = 0;
   friend bool operator==(const KeyRecord&, const KeyRecord&) = default;
 };
 

@@ -6,6 +6,19 @@ void InputQueue::QueueKey(int code, bool up) {
   keys_.push_back({static_cast<std::uint16_t>(code), up});
 }
 
+void InputQueue::QueueUnicode(char32_t ch) {
+  constexpr char32_t kFirstSupplementary = 0x10000;
+  char16_t units[2] = {static_cast<char16_t>(ch), 0};
+  int count = 1;
+  if (ch >= kFirstSupplementary) {
+    units[0] = static_cast<char16_t>(0xD800 + ((ch - kFirstSupplementary) >> 10));
+    units[1] = static_cast<char16_t>(0xDC00 + ((ch - kFirstSupplementary) & 0x3FF));
+    count = 2;
+  }
+  for (int i = 0; i < count; ++i) keys_.push_back({0, false, units[i]});
+  for (int i = 0; i < count; ++i) keys_.push_back({0, true, units[i]});
+}
+
 bool InputQueue::FlushKeys() {
   if (keys_.empty()) return false;
   const std::size_t taken = port_.SendKeys(keys_);

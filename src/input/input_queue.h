@@ -15,6 +15,8 @@ class InputQueue {
   explicit InputQueue(InputPort& port) : port_(port) {}
 
   void QueueKey(int code, bool up);
+  // Down and up of a character as Unicode key events, one per UTF-16 unit.
+  void QueueUnicode(char32_t ch);
   // Sends every queued key record in one batch and empties the queue, also
   // when nothing was sent. True when the system took the events.
   bool FlushKeys();

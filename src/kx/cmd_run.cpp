@@ -32,6 +32,7 @@ constexpr const char* kRunUsage =
     "  --window C,T      a window of class C and title T exists (repeatable)\n"
     "  --clipboard TEXT  text on the clipboard at the start\n"
     "  --refuse-input    the system takes no key or button event\n"
+    "  --unicode-keys    type untypeable characters as Unicode (UnicodeKeys=1)\n"
     "  --app-dir DIR     the program folder (its Macro folder is searched by mf)\n"
     "  --max-ms MS       end the play past this virtual time (default 86400000)\n"
     "  --max-lines N     end the play past this many lines (default 1000000)\n"
@@ -79,6 +80,8 @@ int Run(const std::vector<std::string>& args) {
       player.Options().releaseModifiers = true;
     } else if (a == "--balloon") {
       player.Options().balloon = true;
+    } else if (a == "--unicode-keys") {
+      player.Options().unicodeKeys = true;
     } else if (a == "--refuse-input") {
       sim.BlockInput(true);
     } else if (a == "--speed" || a == "--loops" || a == "--stop-at" || a == "--pause-at" ||

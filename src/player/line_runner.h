@@ -18,7 +18,10 @@ struct ScriptFailure {};
 class LineRunner {
  public:
   LineRunner(Player& player, const std::vector<std::string>& lines)
-      : p_(player), sys_(player.sys_), lines_(lines), input_(player.sys_, player.input_) {}
+      : p_(player),
+        sys_(player.sys_),
+        lines_(lines),
+        input_(player.sys_, player.input_, player.options_.unicodeKeys) {}
 
   // Runs the line at the player's current index. Returns the key it ran
   // with, for the line-pause rule.

@@ -27,6 +27,7 @@ struct PlayerOptions {
   double speedFactor = 1.0;       // 1, 0.5, 0.25, 2, 4 or 8
   bool trace = false;             // highlight the running line
   bool balloon = false;           // show comment lines as balloons
+  bool unicodeKeys = false;       // UnicodeKeys: type untypeable characters as Unicode
   std::string appTitle = "Kestrelix";
 };
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -71,6 +72,12 @@ std::size_t SimSystem::SendKeys(std::span<const KeyRecord> keys) {
   if (keys.empty() || inputBlocked_) return 0;
   Json list = Json::array();
   for (const auto& k : keys) {
+    if (k.unicode != 0) {
+      char name[8];
+      std::snprintf(name, sizeof name, "U+%04X", static_cast<unsigned>(k.unicode));
+      list.push_back({name, k.up ? "up" : "down"});
+      continue;
+    }
     list.push_back({k.vk, k.up ? "up" : "down"});
     // Toggle keys change state on their press, as on a real keyboard.
     if (!k.up && (k.vk == 20 || k.vk == 144 || k.vk == 145)) toggles_[k.vk] = !toggles_[k.vk];

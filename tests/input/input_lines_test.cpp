@@ -167,3 +167,27 @@ TEST(MouseLines, CoordinatesAtTheEdgeOfTheRangeStayThere) {
 
 }  // namespace
 }  // namespace kx
+
+namespace kx {
+namespace {
+
+TEST(TypedText, UntypeableCharactersAreSkippedUnlessUnicodeKeysIsOn) {
+  test::PlayFixture f;
+  f.Play({"key aあ"});
+  EXPECT_EQ(f.Effects("keys"), std::vector<std::string>{test::PlayFixture::Press(65)});
+
+  f.player.Options().unicodeKeys = true;
+  f.Play({"key aあ漢😀Ａ"});
+  EXPECT_EQ(f.Effects("keys"),
+            (std::vector<std::string>{
+                test::PlayFixture::Press(65),
+                test::PlayFixture::Keys(R"(["U+3042","down"],["U+3042","up"])"),
+                test::PlayFixture::Keys(R"(["U+6F22","down"],["U+6F22","up"])"),
+                test::PlayFixture::Keys(
+                    R"(["U+D83D","down"],["U+DE00","down"],["U+D83D","up"],["U+DE00","up"])"),
+                test::PlayFixture::Keys(R"(["U+FF21","down"],["U+FF21","up"])"),
+            }));
+}
+
+}  // namespace
+}  // namespace kx

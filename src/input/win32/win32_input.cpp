@@ -11,6 +11,13 @@ constexpr UINT kJapaneseAnsiCodePage = 932;
 INPUT MakeKeyInput(const KeyRecord& key) {
   INPUT in{};
   in.type = INPUT_KEYBOARD;
+  if (key.unicode != 0) {
+    // A character no key of the layout types: the system hands it to the
+    // focused window as VK_PACKET.
+    in.ki.wScan = static_cast<WORD>(key.unicode);
+    in.ki.dwFlags = KEYEVENTF_UNICODE | (key.up ? KEYEVENTF_KEYUP : 0u);
+    return in;
+  }
   in.ki.wVk = key.vk;
   in.ki.wScan = static_cast<WORD>(::MapVirtualKeyA(key.vk, 0));
   // Every key goes out as an extended key, letters and digits too: played
