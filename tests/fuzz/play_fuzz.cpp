@@ -23,7 +23,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   kx::Player player(sim.Ports(), view);
   player.Options().balloon = size % 2 == 0;
   player.Options().trace = true;
-  const kx::sim::PlayLimits limits{60'000, 2'000, 2'000};
+  const kx::sim::PlayLimits limits{20'000, 500, 500};
   const kx::sim::PlayLimiter limiter(sim, view, player, limits);
   sim.SetHotkeySink([&](int id) { player.HandleHotkey(id); });
   view.SetText(*kx::ReadMacroFile(sim, "/kestrelix/Macro/self.ksx"));
