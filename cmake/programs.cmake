@@ -32,10 +32,10 @@ endforeach()
 
 # Start-up and memory benchmark: the watcher and the empty program it
 # compares Kestrelix.exe with (tests/bench/startup_memory.sh).
-add_executable(kx_start_watch ${CMAKE_SOURCE_DIR}/tests/bench/start_watch.cpp)
+add_executable(kx_start_watch ${CMAKE_SOURCE_DIR}/tests/bench/win32/start_watch.cpp)
 target_compile_options(kx_start_watch PRIVATE ${KX_WARNINGS})
 target_link_options(kx_start_watch PRIVATE -municode)
 target_link_libraries(kx_start_watch PRIVATE psapi)
-add_executable(kx_empty_window WIN32 ${CMAKE_SOURCE_DIR}/tests/bench/empty_window.cpp)
+add_executable(kx_empty_window WIN32 ${CMAKE_SOURCE_DIR}/tests/bench/win32/empty_window.cpp)
 target_compile_options(kx_empty_window PRIVATE ${KX_WARNINGS})
 target_link_options(kx_empty_window PRIVATE -municode)

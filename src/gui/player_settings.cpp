@@ -13,6 +13,7 @@ PlayerOptions PlayerOptionsFromSettings(const Settings& settings) {
   options.speedFactor = SpeedFactorFromRate(settings.rate);
   options.trace = settings.trace;
   options.balloon = settings.balloon;
+  options.unicodeKeys = settings.unicodeKeys != 0;
   return options;
 }
 

@@ -83,7 +83,12 @@ void InputLines::TypeText(std::string_view text) {
     const auto rest = basic::Mid(text, 2);
     text = rest;
     const CharKey key = KeyCodeFromChar(ch, sys_.input);
-    if (key.code < 1 || key.code > 255) continue;
+    if (key.code < 1 || key.code > 255) {
+      if (!unicodeKeys_) continue;
+      queue_.QueueUnicode(ch);
+      queue_.FlushKeys();
+      continue;
+    }
     if (key.shift)
       queue_.PressChord(16, key.code);
     else
@@ -143,7 +148,7 @@ void InputLines::PlayMouseLine(std::string_view key) {
   queue_.FlushMouse();
 }
 
-void InputLines::Wheel(std::string_view amount) {
+void InputLines::Wheel(std::string_view amount, const bool& playing) {
   const auto value = basic::ToDouble(amount);
   if (!value || amount == "0") return;
   const auto n = basic::ToLong(*value);
@@ -155,6 +160,7 @@ void InputLines::Wheel(std::string_view amount) {
   for (long long i = 0; i < notches; ++i) {
     sys_.input.Wheel(notch);
     sys_.clock.PumpMessages();
+    if (!playing) return;
     sys_.clock.Sleep(1);
   }
   sys_.input.Wheel(*n % 120);

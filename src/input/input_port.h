@@ -1,6 +1,7 @@
 #pragma once
 // Synthetic keyboard and mouse input, and what the input code asks of the
 // keyboard layout.
+#include <cstddef>
 #include <cstdint>
 #include <span>
 
@@ -13,6 +14,9 @@ namespace kx {
 struct KeyRecord {
   std::uint16_t vk = 0;
   bool up = false;
+  // A UTF-16 code unit sent as a Unicode key event instead of a virtual key
+  // (vk is then 0); 0 for an ordinary key.
+  char16_t unicode = 0;
   friend bool operator==(const KeyRecord&, const KeyRecord&) = default;
 };
 
@@ -37,9 +41,11 @@ struct MouseRecord {
 class InputPort {
  public:
   virtual ~InputPort() = default;
-  // One SendInput call each; true when the system took more than 0 events.
-  virtual bool SendKeys(std::span<const KeyRecord> keys) = 0;
-  virtual bool SendMouse(std::span<const MouseRecord> records) = 0;
+  // One SendInput call each; the number of events the system took. Fewer
+  // than were sent means the input was blocked: a window of higher integrity
+  // has the focus, or the secure desktop is shown.
+  virtual std::size_t SendKeys(std::span<const KeyRecord> keys) = 0;
+  virtual std::size_t SendMouse(std::span<const MouseRecord> records) = 0;
   // One wheel event (mouse_event with MOUSEEVENTF_WHEEL).
   virtual void Wheel(int delta) = 0;
   virtual void SetCursorPos(Point screen) = 0;

@@ -6,10 +6,25 @@ void InputQueue::QueueKey(int code, bool up) {
   keys_.push_back({static_cast<std::uint16_t>(code), up});
 }
 
+void InputQueue::QueueUnicode(char32_t ch) {
+  constexpr char32_t kFirstSupplementary = 0x10000;
+  char16_t units[2] = {static_cast<char16_t>(ch), 0};
+  int count = 1;
+  if (ch >= kFirstSupplementary) {
+    units[0] = static_cast<char16_t>(0xD800 + ((ch - kFirstSupplementary) >> 10));
+    units[1] = static_cast<char16_t>(0xDC00 + ((ch - kFirstSupplementary) & 0x3FF));
+    count = 2;
+  }
+  for (int i = 0; i < count; ++i) keys_.push_back({0, false, units[i]});
+  for (int i = 0; i < count; ++i) keys_.push_back({0, true, units[i]});
+}
+
 bool InputQueue::FlushKeys() {
-  const bool sent = !keys_.empty() && port_.SendKeys(keys_);
+  if (keys_.empty()) return false;
+  const std::size_t taken = port_.SendKeys(keys_);
+  if (taken < keys_.size()) blocked_ = true;
   keys_.clear();
-  return sent;
+  return taken > 0;
 }
 
 bool InputQueue::PressChord(int a, int b, int c) {
@@ -27,9 +42,11 @@ void InputQueue::QueueMouse(int dx, int dy, std::uint32_t buttonFlags, bool abso
 }
 
 bool InputQueue::FlushMouse() {
-  const bool sent = !mouse_.empty() && port_.SendMouse(mouse_);
+  if (mouse_.empty()) return false;
+  const std::size_t taken = port_.SendMouse(mouse_);
+  if (taken < mouse_.size()) blocked_ = true;
   mouse_.clear();
-  return sent;
+  return taken > 0;
 }
 
 }  // namespace kx

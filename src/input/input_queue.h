@@ -3,6 +3,7 @@
 // in one batch each, so that a chord or a double click reaches the system in
 // one piece and cannot be interleaved with real input.
 #include <cstdint>
+#include <utility>
 #include <vector>
 
 #include "input/input_port.h"
@@ -14,6 +15,8 @@ class InputQueue {
   explicit InputQueue(InputPort& port) : port_(port) {}
 
   void QueueKey(int code, bool up);
+  // Down and up of a character as Unicode key events, one per UTF-16 unit.
+  void QueueUnicode(char32_t ch);
   // Sends every queued key record in one batch and empties the queue, also
   // when nothing was sent. True when the system took the events.
   bool FlushKeys();
@@ -24,10 +27,15 @@ class InputQueue {
   void QueueMouse(int dx, int dy, std::uint32_t buttonFlags, bool absolute = false);
   bool FlushMouse();
 
+  // True when a flush since the last call sent more events than the system
+  // took; the flag is cleared by asking.
+  bool TakeBlocked() { return std::exchange(blocked_, false); }
+
  private:
   InputPort& port_;
   std::vector<KeyRecord> keys_;
   std::vector<MouseRecord> mouse_;
+  bool blocked_ = false;
 };
 
 }  // namespace kx

@@ -1,6 +1,7 @@
 #include "input/key_names.h"
 
 #include <array>
+#include <limits>
 
 #include "util/basic_text.h"
 
@@ -145,10 +146,30 @@ KeyCode KeyCodeFromWord(std::string_view word, InputPort& layout) {
     std::string rest;
     for (char c : word)
       if (c != 'f') rest += c;
-    const auto n = basic::ToLong(basic::Val(rest)).value_or(0);
-    return static_cast<KeyCode>(111 + n);
+    // Far past the last function key the code is no key at all, rather than
+    // a number that wraps round to some other key.
+    const std::int64_t code = 111 + std::int64_t{basic::ToLong(basic::Val(rest)).value_or(0)};
+    if (code < std::numeric_limits<KeyCode>::min() || code > std::numeric_limits<KeyCode>::max())
+      return 0;
+    return static_cast<KeyCode>(code);
   }
   return LayoutLookup(basic::FirstChar(word), layout);
+}
+
+bool IsKeyWord(std::string_view word) {
+  constexpr int kLastFunctionKey = 24;
+  for (const auto& e : kPlayWords)
+    if (e.word == word) return true;
+  if (basic::Length(word) == 1) return true;
+  if (word.starts_with("numpad")) return word.size() == 7 && word[6] >= '0' && word[6] <= '9';
+  if (word.starts_with("f") && word.size() <= 3) {
+    const auto rest = word.substr(1);
+    for (char c : rest)
+      if (c < '0' || c > '9') return false;
+    const int n = std::stoi(std::string(rest));
+    return n >= 1 && n <= kLastFunctionKey;
+  }
+  return false;
 }
 
 CharKey KeyCodeFromChar(char32_t ch, InputPort& layout) {

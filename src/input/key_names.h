@@ -18,6 +18,12 @@ inline constexpr KeyCode kShiftDown = -1, kShiftUp = -2, kCtrlDown = -3, kCtrlUp
 // Play side: the whole trimmed, lower-cased line, or one part of a keys line.
 KeyCode KeyCodeFromWord(std::string_view word, InputPort& layout);
 
+// True when the word is a name of the vocabulary itself: a table word, a
+// numeric-pad word ("numpad" and one digit), a function key ("f" and a number
+// from 1 to 24) or a single character. Other words still press something
+// (the key of their first character), which is rarely what was meant.
+bool IsKeyWord(std::string_view word);
+
 struct CharKey {
   KeyCode code = 0;
   bool shift = false;

@@ -1,13 +1,16 @@
 // kx run --dry: plays a macro once on the simulated system and prints every
 // effect as JSON Lines.
+#include <algorithm>
 #include <cstdio>
-#include <filesystem>
 #include <iostream>
+#include <limits>
 #include <optional>
 #include <string>
 
 #include "kx/commands.h"
+#include "kx/macro_paths.h"
 #include "player/player.h"
+#include "sim/play_limits.h"
 #include "sim/sim_system.h"
 #include "sim/sim_view.h"
 #include "text/macro_text.h"
@@ -28,20 +31,26 @@ constexpr const char* kRunUsage =
     "  --balloon         show comment lines as balloons\n"
     "  --window C,T      a window of class C and title T exists (repeatable)\n"
     "  --clipboard TEXT  text on the clipboard at the start\n"
+    "  --refuse-input    the system takes no key or button event\n"
+    "  --unicode-keys    type untypeable characters as Unicode (UnicodeKeys=1)\n"
     "  --app-dir DIR     the program folder (its Macro folder is searched by mf)\n"
     "  --max-ms MS       end the play past this virtual time (default 86400000)\n"
-    "  --max-lines N     end the play past this many lines (default 1000000)\n";
+    "  --max-lines N     end the play past this many lines (default 1000000)\n"
+    "  --max-events N    end the play past this many effects (default 1000000)\n";
+
+// A number from the command line as an integer of type T, held inside its
+// range (NaN counts as 0).
+template <typename T>
+T Clamped(double n) {
+  if (!(n == n)) return 0;
+  const double low = static_cast<double>(std::numeric_limits<T>::min());
+  const double high = static_cast<double>(std::numeric_limits<T>::max()) / 2;
+  return static_cast<T>(std::clamp(n, low, high));
+}
 
 int RunUsage() {
   std::fputs(kRunUsage, stderr);
   return 2;
-}
-
-std::string DefaultAppFolder(const std::string& file) {
-  auto folder = std::filesystem::absolute(std::u8string(file.begin(), file.end())).parent_path();
-  if (folder.filename() == "Macro" || folder.filename() == "macro") folder = folder.parent_path();
-  const std::u8string utf8 = folder.u8string();
-  return std::string(utf8.begin(), utf8.end());
 }
 
 }  // namespace
@@ -53,8 +62,7 @@ int Run(const std::vector<std::string>& args) {
   sim::SimView view(sim);
   Player player(sim.Ports(), view);
   std::optional<std::string> appFolder;
-  double maxMs = 86'400'000;
-  std::int64_t maxLines = 1'000'000;
+  sim::PlayLimits limits;
 
   for (size_t i = 0; i < args.size(); ++i) {
     const std::string& a = args[i];
@@ -72,17 +80,23 @@ int Run(const std::vector<std::string>& args) {
       player.Options().releaseModifiers = true;
     } else if (a == "--balloon") {
       player.Options().balloon = true;
+    } else if (a == "--unicode-keys") {
+      player.Options().unicodeKeys = true;
+    } else if (a == "--refuse-input") {
+      sim.BlockInput(true);
     } else if (a == "--speed" || a == "--loops" || a == "--stop-at" || a == "--pause-at" ||
-               a == "--notify" || a == "--max-ms" || a == "--max-lines") {
+               a == "--notify" || a == "--max-ms" || a == "--max-lines" || a == "--max-events") {
       const auto n = number();
       if (!n) return RunUsage();
       if (a == "--speed") player.Options().speedFactor = *n;
-      if (a == "--loops") view.SetLoopCount(static_cast<int>(*n));
-      if (a == "--stop-at") sim.ScheduleHotkey(static_cast<std::int64_t>(*n), kHotkeyPlay);
-      if (a == "--pause-at") sim.ScheduleHotkey(static_cast<std::int64_t>(*n), kHotkeyPause);
-      if (a == "--notify") player.Options().endNotifier = static_cast<int>(*n);
-      if (a == "--max-ms") maxMs = *n;
-      if (a == "--max-lines") maxLines = static_cast<std::int64_t>(*n);
+      if (a == "--loops") view.SetLoopCount(Clamped<int>(*n));
+      if (a == "--stop-at") sim.ScheduleHotkey(Clamped<std::int32_t>(*n), kHotkeyPlay);
+      if (a == "--pause-at") sim.ScheduleHotkey(Clamped<std::int32_t>(*n), kHotkeyPause);
+      if (a == "--notify") player.Options().endNotifier = Clamped<int>(*n);
+      if (a == "--max-ms") limits.maxMs = *n;
+      if (a == "--max-lines") limits.maxLines = Clamped<std::int64_t>(*n);
+      if (a == "--max-events")
+        limits.maxEvents = static_cast<std::size_t>(Clamped<std::int64_t>(std::max(*n, 0.0)));
     } else if (a == "--window") {
       const auto v = value();
       if (!v) return RunUsage();
@@ -115,27 +129,19 @@ int Run(const std::vector<std::string>& args) {
   }
   view.SetText(*text);
 
-  // A macro may loop for ever ("goto 1" as its last line): the dry run ends
-  // it past a bound of virtual time or of lines run.
-  bool limited = false;
-  view.SetLineHook([&](std::int64_t linesRun) {
-    if (linesRun > maxLines || static_cast<double>(sim.NowMs()) > maxMs) {
-      limited = true;
-      player.Abort();
-    }
-  });
+  const sim::PlayLimiter limiter(sim, view, player, limits);
   sim.SetHotkeySink([&](int id) { player.HandleHotkey(id); });
   sim.ResetClock();
   player.PlayOrStop();
 
-  const char* reason = limited                                   ? "limit"
+  const char* reason = limiter.Reached()                         ? "limit"
                        : player.LastEnd() == PlayEnd::kCompleted ? "completed"
                        : player.LastEnd() == PlayEnd::kStopped   ? "stopped"
                                                                  : "paused";
   sim.trace().Add(sim.NowMs(), "end",
-                  std::string("\"reason\":\"") + reason +
-                      "\",\"current_line\":" + std::to_string(player.CurrentLine()) +
-                      ",\"cycles_left\":" + std::to_string(player.CyclesLeft()));
+                  {{"reason", reason},
+                   {"current_line", player.CurrentLine()},
+                   {"cycles_left", player.CyclesLeft()}});
   std::cout << sim.trace().ToJsonLines();
   return 0;
 }

@@ -10,5 +10,7 @@ int Eval(const std::vector<std::string>& args);
 int Detect(const std::vector<std::string>& args);
 int Decode(const std::vector<std::string>& args);
 int Save(const std::vector<std::string>& args);
+int Explain(const std::vector<std::string>& args);
+int Lint(const std::vector<std::string>& args);
 
 }  // namespace kx::cli

@@ -22,6 +22,8 @@ constexpr SubCommand kSubCommands[] = {
     {"detect", kx::cli::Detect, "detect FILE"},
     {"decode", kx::cli::Decode, "decode FILE"},
     {"save", kx::cli::Save, "save FILE   (UTF-8 text on standard input)"},
+    {"explain", kx::cli::Explain, "explain FILE"},
+    {"lint", kx::cli::Lint, "lint [--app-dir DIR] FILE"},
 };
 
 int Usage() {

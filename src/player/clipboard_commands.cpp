@@ -17,34 +17,28 @@ std::string WithLineBreaks(std::string_view text) {
 
 }  // namespace
 
-void LineRunner::Copy(std::string_view line) {
-  sys_.clipboard.SetText(basic::TrimLeft(basic::Mid(line, 5)));
-}
-
-void LineRunner::Paste(std::string_view line, int attempts, int sleepMs) {
-  const std::string text = line.starts_with("@") || line.starts_with("^")
-                               ? WithLineBreaks(basic::Mid(line, 2))
-                               : WithLineBreaks(basic::TrimLeft(basic::Mid(line, 6)));
+void LineRunner::Paste(std::string_view text, int attempts, int sleepMs) {
+  const std::string withBreaks = WithLineBreaks(text);
   // Another program may hold the clipboard for a moment: place the text until
   // it reads back.
   for (int i = 0; i < attempts; ++i) {
-    sys_.clipboard.SetText(text);
+    sys_.clipboard.SetText(withBreaks);
     sys_.clock.PumpMessages();
     sys_.clock.Sleep(sleepMs);
-    if (sys_.clipboard.GetText() == text) break;
+    if (sys_.clipboard.GetText() == withBreaks) break;
   }
   p_.input_.PressChord(kCtrl, kV);
 }
 
-void LineRunner::PasteKeep(std::string_view line) {
-  Paste(line, 10, 25);
+void LineRunner::PasteKeep(std::string_view text) {
+  Paste(text, 10, 25);
   sys_.clock.PumpMessages();
   sys_.clock.Sleep(100);
 }
 
-void LineRunner::PasteRestore(std::string_view line) {
+void LineRunner::PasteRestore(std::string_view text) {
   const auto old = sys_.clipboard.GetText();
-  Paste(line, 16, 20);
+  Paste(text, 16, 20);
   sys_.clock.Sleep(250);
   sys_.clipboard.SetText(old.value_or(""));
 }

@@ -6,7 +6,7 @@
 
 namespace kx {
 
-void LineRunner::PartialLoop(std::string_view key) {
+void LineRunner::PartialLoop(std::string_view key, std::string_view argument) {
   auto& loops = p_.loops_;
   if (key == "</r>") {
     if (loops.empty()) return;
@@ -18,15 +18,16 @@ void LineRunner::PartialLoop(std::string_view key) {
     }
     return;
   }
-  const auto inner = basic::DropLast(basic::Mid(key, 3));
+  // The count is the text up to the closing ">".
+  const auto inner = basic::DropLast(argument);
   if (!inner) throw ScriptFailure{};
-  const std::string_view argument = basic::Trim(*inner);
-  if (argument.empty()) {
+  const std::string_view times = basic::Trim(*inner);
+  if (times.empty()) {
     // "<r>" repeats until the play is stopped.
     loops.push_back({std::numeric_limits<std::int32_t>::max(), p_.currentLine_});
     return;
   }
-  const auto n = basic::ToDouble(argument);
+  const auto n = basic::ToDouble(times);
   if (!n) return;  // a non-numeric count does nothing
   if (*n > 0) {
     const auto count = basic::ToLong(*n);
@@ -43,8 +44,8 @@ void LineRunner::PartialLoop(std::string_view key) {
   }
 }
 
-void LineRunner::Goto(std::string_view line) {
-  const auto n = basic::ToLong(basic::Trim(basic::Mid(line, 5)));
+void LineRunner::Goto(std::string_view argument) {
+  const auto n = basic::ToLong(argument);
   if (!n) throw ScriptFailure{};
   // The loop's own step brings the index to line n, counted from 1. No bounds
   // are checked here: a bad target fails when the next line is read.
@@ -57,8 +58,8 @@ void LineRunner::Pause() {
   p_.HandleHotkey(kHotkeyPause);
 }
 
-void LineRunner::Rand(std::string_view key) {
-  const auto n = basic::ToDouble(basic::Trim(basic::Mid(key, 6)));
+void LineRunner::Rand(std::string_view argument) {
+  const auto n = basic::ToDouble(argument);
   if (!n) return;
   sys_.random.Randomize();
   const auto scaled = basic::ToLong(sys_.random.Next() * *n);

@@ -14,12 +14,13 @@ std::string LineRunner::Run(std::string_view line) {
   const std::string substituted = SubstituteVariables(raw, p_.variables_);
   const std::string key = KeyOf(substituted);
   if (key.empty()) return key;
-  if (const BlockForm block = ClassifyBlock(key); block != BlockForm::kNone) {
-    RunBlock(block, substituted);
+  if (const ClassifiedBlock block = ClassifyBlockLine(substituted, key);
+      block.form != BlockForm::kNone) {
+    RunBlock(block);
     return key;
   }
   if (SkippingSwitchRegion()) return key;
-  RunForm(Classify(key, sys_.files), substituted, key);
+  RunForm(ClassifyLine(substituted, key, sys_.files), key);
   return key;
 }
 
@@ -32,15 +33,14 @@ void LineRunner::Assign(std::string_view raw) {
   if (p_.variables_.Set(name, std::move(value))) p_.view_.VariablesChanged();
 }
 
-void LineRunner::RunBlock(BlockForm form, std::string_view substituted) {
-  // The value of "<switch v>" and "<case v>": the trimmed line from the
-  // given character, without its last character (the ">"), trimmed again.
-  auto argument = [&](std::size_t from) {
-    const auto inner = basic::DropLast(basic::Mid(basic::Trim(substituted), from));
-    if (!inner) throw ScriptFailure{};
-    return std::string(basic::Trim(*inner));
+void LineRunner::RunBlock(const ClassifiedBlock& block) {
+  // A value too short to lose its ">" fails the line, but only once it is
+  // looked at.
+  auto argument = [&]() -> const std::string& {
+    if (!block.argument) throw ScriptFailure{};
+    return *block.argument;
   };
-  switch (form) {
+  switch (block.form) {
     case BlockForm::kSwitch:
       ++p_.switchDepth_;
       p_.switchState_ = 0;
@@ -48,13 +48,13 @@ void LineRunner::RunBlock(BlockForm form, std::string_view substituted) {
     case BlockForm::kSwitchValue:
       ++p_.switchDepth_;
       p_.switchState_ = 0;
-      p_.currentValue_ = CurrentValue::Text(argument(8));
+      p_.currentValue_ = CurrentValue::Text(argument());
       break;
     case BlockForm::kCase:
       if (p_.switchDepth_ < 1) break;
       if (p_.switchState_ == 1) {
         p_.switchState_ = 2;
-      } else if (argument(6) == p_.currentValue_.ToText()) {
+      } else if (argument() == p_.currentValue_.ToText()) {
         p_.switchState_ = 1;
       }
       break;
@@ -72,34 +72,33 @@ void LineRunner::RunBlock(BlockForm form, std::string_view substituted) {
   }
 }
 
-void LineRunner::RunForm(LineForm form, std::string_view line, std::string_view key) {
-  switch (form) {
+void LineRunner::RunForm(const ClassifiedLine& command, std::string_view key) {
+  const std::string_view argument = command.argument;
+  switch (command.form) {
     case LineForm::kWindow:
-      ActivateWindow(key);
+      ActivateWindow(argument);
       break;
     case LineForm::kLock:
-      p_.hotkeysLocked_ = key == "lock";
+      p_.hotkeysLocked_ = argument == "lock";
       break;
     case LineForm::kMacroFile:
-      RunMacroFile(key);
+      RunMacroFile(argument);
       break;
     case LineForm::kWait:
-      PumpingWait(basic::RoundHalfEven(*basic::ToDouble(key) * p_.options_.speedFactor));
+      PumpingWait(basic::RoundHalfEven(*basic::ToDouble(argument) * p_.options_.speedFactor));
       break;
     case LineForm::kFile:
-      OpenWithShell(key);
-      break;
     case LineForm::kHttp:
-      OpenWithShell(basic::Trim(line));
+      OpenWithShell(argument);
       break;
     case LineForm::kMove:
-      MoveWindow(key);
+      MoveWindow(argument);
       break;
     case LineForm::kBeep:
       sys_.notify.Beep();
       break;
     case LineForm::kRand:
-      Rand(key);
+      Rand(argument);
       break;
     case LineForm::kGetClip:
       p_.currentValue_ = CurrentValue::Text(sys_.clipboard.GetText().value_or(""));
@@ -108,69 +107,69 @@ void LineRunner::RunForm(LineForm form, std::string_view line, std::string_view 
       p_.currentValue_ = CurrentValue::Long(p_.cyclesLeft_);
       break;
     case LineForm::kPartialLoop:
-      PartialLoop(key);
+      PartialLoop(key, argument);
       break;
     case LineForm::kPause:
       Pause();
       break;
     case LineForm::kComment:
-      Comment(line);
+      Comment(argument);
       break;
     case LineForm::kCopy:
-      Copy(line);
+      sys_.clipboard.SetText(argument);
       break;
     case LineForm::kPaste:
-      Paste(line, 9, 10);
+      Paste(argument, 9, 10);
       break;
     case LineForm::kPasteKeep:
-      PasteKeep(line);
+      PasteKeep(argument);
       break;
     case LineForm::kPasteRestore:
-      PasteRestore(line);
+      PasteRestore(argument);
       break;
     case LineForm::kPower:
-      Power(key);
+      Power(argument);
       break;
     case LineForm::kDelete:
-      Delete(key);
+      Delete(argument);
       break;
     case LineForm::kPage:
       break;  // browser page commands: recognised, no effect here
     case LineForm::kKeys:
-      input_.PressKeys(basic::Mid(line, 5));
+      input_.PressKeys(argument);
       break;
     case LineForm::kKey:
-      input_.TypeText(basic::Trim(basic::Mid(line, 4)));
+      input_.TypeText(argument);
       break;
     case LineForm::kGoto:
-      Goto(line);
+      Goto(argument);
       break;
     case LineForm::kDebug:
       sys_.dialogs.MessageBox(p_.view_.MainWindow(), p_.currentValue_.ToText(), "現在の値");
       break;
     case LineForm::kMsgBox:
-      MessageBox(line);
+      MessageBox(argument);
       break;
     case LineForm::kRegistry:
-      RegistryJump(key);
+      RegistryJump(argument);
       break;
     case LineForm::kCapsLock:
-      input_.SetLockKey(20, basic::Trim(basic::Mid(key, 9)));
+      input_.SetLockKey(20, argument);
       break;
     case LineForm::kNumLock:
-      input_.SetLockKey(144, basic::Trim(basic::Mid(key, 8)));
+      input_.SetLockKey(144, argument);
       break;
     case LineForm::kPointer:
-      Pointer(key);
+      Pointer(key, argument);
       break;
     case LineForm::kMouseButton:
-      input_.PlayMouseLine(key);
+      input_.PlayMouseLine(argument);
       break;
     case LineForm::kWheel:
-      input_.Wheel(basic::Mid(key, 7));
+      input_.Wheel(argument, p_.playing_);
       break;
     case LineForm::kKeyLine:
-      KeyLine(key);
+      KeyLine(argument);
       break;
   }
 }
@@ -184,8 +183,8 @@ void LineRunner::KeyLine(std::string_view key) {
   input_.PressKey(KeyCodeFromWord(key, sys_.input));
 }
 
-void LineRunner::Pointer(std::string_view key) {
-  std::string where(basic::Trim(basic::Mid(key, 9)));
+void LineRunner::Pointer(std::string_view key, std::string_view argument) {
+  std::string where(argument);
   // "mousepos 10,20" is accepted as well as the recorded "MousePos(10,20)".
   if (where.find('(') == std::string::npos) where = "(" + where + ")";
   if (key.starts_with("mouclpos")) {
@@ -199,9 +198,9 @@ void LineRunner::Pointer(std::string_view key) {
   }
 }
 
-void LineRunner::Comment(std::string_view line) {
+void LineRunner::Comment(std::string_view text) {
   if (!p_.options_.balloon) return;
-  sys_.notify.Balloon(p_.options_.appTitle, basic::Trim(basic::Mid(basic::Trim(line), 2)));
+  sys_.notify.Balloon(p_.options_.appTitle, text);
 }
 
 }  // namespace kx

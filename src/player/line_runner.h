@@ -18,7 +18,10 @@ struct ScriptFailure {};
 class LineRunner {
  public:
   LineRunner(Player& player, const std::vector<std::string>& lines)
-      : p_(player), sys_(player.sys_), lines_(lines), input_(player.sys_, player.input_) {}
+      : p_(player),
+        sys_(player.sys_),
+        lines_(lines),
+        input_(player.sys_, player.input_, player.options_.unicodeKeys) {}
 
   // Runs the line at the player's current index. Returns the key it ran
   // with, for the line-pause rule.
@@ -26,32 +29,32 @@ class LineRunner {
 
  private:
   void Assign(std::string_view raw);
-  void RunBlock(BlockForm form, std::string_view substituted);
-  void RunForm(LineForm form, std::string_view line, std::string_view key);
+  void RunBlock(const ClassifiedBlock& block);
+  void RunForm(const ClassifiedLine& command, std::string_view key);
 
   // Control flow.
-  void PartialLoop(std::string_view key);
-  void Goto(std::string_view line);
+  // Arguments are as the classifier cut them (see ClassifiedLine).
+  void PartialLoop(std::string_view key, std::string_view argument);
+  void Goto(std::string_view argument);
   void Pause();
-  void Rand(std::string_view key);
+  void Rand(std::string_view argument);
   // Windows, files and the shell.
-  void ActivateWindow(std::string_view key);
-  void MoveWindow(std::string_view key);
-  void RunMacroFile(std::string_view key);
+  void ActivateWindow(std::string_view argument);
+  void MoveWindow(std::string_view argument);
+  void RunMacroFile(std::string_view argument);
   bool OpenWithShell(std::string_view target);
   void KeyLine(std::string_view key);
   // The clipboard.
-  void Copy(std::string_view line);
-  void Paste(std::string_view line, int attempts, int sleepMs);
-  void PasteKeep(std::string_view line);
-  void PasteRestore(std::string_view line);
+  void Paste(std::string_view text, int attempts, int sleepMs);
+  void PasteKeep(std::string_view text);
+  void PasteRestore(std::string_view text);
   // System commands.
   void Power(std::string_view key);
-  void Delete(std::string_view key);
-  void MessageBox(std::string_view line);
+  void Delete(std::string_view word);
+  void MessageBox(std::string_view text);
   void RegistryJump(std::string_view key);
-  void Comment(std::string_view line);
-  void Pointer(std::string_view key);
+  void Comment(std::string_view text);
+  void Pointer(std::string_view key, std::string_view where);
 
   // A wait that pumps messages and ends at once when the play is stopped.
   void PumpingWait(double milliseconds) { kx::PumpingWait(sys_.clock, milliseconds, p_.playing_); }

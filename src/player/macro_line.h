@@ -1,5 +1,6 @@
 #pragma once
 // One line of a macro: its normal forms and which line form it is.
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -30,6 +31,16 @@ bool IsWaitKey(std::string_view key);
 // region that is being skipped.
 enum class BlockForm { kNone, kSwitch, kSwitchValue, kEndSwitch, kCase, kDefault };
 BlockForm ClassifyBlock(std::string_view key);
+
+// A block construct and its value: for "<switch v>" and "<case v>" the
+// trimmed line from the word's end without its last character (the ">"),
+// trimmed again; nothing when the line is too short to drop that character.
+struct ClassifiedBlock {
+  BlockForm form = BlockForm::kNone;
+  std::optional<std::string> argument;
+};
+ClassifiedBlock ClassifyBlockLine(std::string_view substituted, std::string_view key);
+std::string_view BlockFormName(BlockForm form);
 
 // The command forms, in the order they are tried.
 enum class LineForm {
@@ -68,7 +79,20 @@ enum class LineForm {
   kKeyLine,
 };
 
+// A command line's form and its argument, cut as the form takes it: from the
+// key (lower-cased) or from the substituted line (case as written), after the
+// command word, trimmed as the form wants. Forms without an argument get "";
+// forms that look at the whole key (key lines, waits, files, power words)
+// get the key.
+struct ClassifiedLine {
+  LineForm form = LineForm::kKeyLine;
+  std::string argument;
+};
+
 // The first form whose test the key passes; kKeyLine when none does.
+ClassifiedLine ClassifyLine(std::string_view substituted, std::string_view key, FilePort& files);
 LineForm Classify(std::string_view key, FilePort& files);
+// The form's name as "kx explain" prints it.
+std::string_view LineFormName(LineForm form);
 
 }  // namespace kx

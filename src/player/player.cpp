@@ -47,6 +47,8 @@ void Player::HandleHotkey(int id) {
 }
 
 void Player::sLoopPlay0() {
+  blockedReported_ = false;
+  input_.TakeBlocked();
   variables_.Clear();
   loops_.clear();
   switchDepth_ = 0;
@@ -114,6 +116,16 @@ void Player::sLoopPlay() {
   }
 }
 
+void Player::ReportBlockedInput() {
+  // The play goes on: the next events may get through once the blocking
+  // window has gone.
+  if (blockedReported_) return;
+  blockedReported_ = true;
+  sys_.notify.SetStatusText(kInputBlockedMessage);
+  if (options_.balloon) sys_.notify.Balloon(options_.appTitle, kInputBlockedMessage);
+  view_.OnInputBlocked(currentLine_ + 1);
+}
+
 void Player::sPlayAll(const std::string& text) {
   const int linePause = static_cast<int>(basic::RoundHalfEven(options_.speedFactor * 8));
   const std::vector<std::string> lines = basic::Split(text, "\r\n");
@@ -129,6 +141,7 @@ void Player::sPlayAll(const std::string& text) {
       const std::string& line = lines[static_cast<size_t>(currentLine_)];
       if (!playing_) return;
       const std::string key = runner.Run(line);
+      if (input_.TakeBlocked()) ReportBlockedInput();
       if (currentLine_ < count - 1) {
         // A jump may have moved the index; the next line is read from there.
         if (currentLine_ + 1 < 0) throw ScriptFailure{};

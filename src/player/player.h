@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <functional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "eval/variable_table.h"
@@ -26,6 +27,7 @@ struct PlayerOptions {
   double speedFactor = 1.0;       // 1, 0.5, 0.25, 2, 4 or 8
   bool trace = false;             // highlight the running line
   bool balloon = false;           // show comment lines as balloons
+  bool unicodeKeys = false;       // UnicodeKeys: type untypeable characters as Unicode
   std::string appTitle = "Kestrelix";
 };
 
@@ -55,6 +57,12 @@ class Player {
   void sLoopPlay();
   void sPlayAll(const std::string& text);
 
+  // The status-bar text (and, with Balloon, the balloon) when the system
+  // refuses synthesized input.
+  static constexpr std::string_view kInputBlockedMessage =
+      "入力がシステムに拒否されました。管理者として動くウィンドウやセキュリティ画面が前面にある可能"
+      "性があります";
+
   bool Playing() const { return playing_; }
   bool StoppedByUser() const { return stoppedByUser_; }
   bool HotkeysLocked() const { return hotkeysLocked_; }
@@ -66,6 +74,7 @@ class Player {
 
  private:
   friend class LineRunner;
+  void ReportBlockedInput();
   struct LoopFrame {
     std::int32_t remaining;
     std::int32_t openLine;
@@ -89,7 +98,8 @@ class Player {
   std::vector<LoopFrame> loops_;
   std::int32_t switchDepth_ = 0;
   std::int32_t switchState_ = 0;
-  int nesting_ = 0;  // depth of passes started by "mf"
+  int nesting_ = 0;               // depth of passes started by "mf"
+  bool blockedReported_ = false;  // blocked input is told once per play
 };
 
 }  // namespace kx

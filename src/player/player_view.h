@@ -33,6 +33,9 @@ class PlayerView {
   virtual void OnLineFailed(int /*line*/) {}
   // Called before each line runs, with its index.
   virtual void OnLine(int /*index*/) {}
+  // The system took fewer input events than line `line` (from 1) sent; told
+  // once per play.
+  virtual void OnInputBlocked(int /*line*/) {}
 };
 
 }  // namespace kx

@@ -44,15 +44,14 @@ void LineRunner::Power(std::string_view key) {
     if (p.word == key) sys_.power.Power(p.action);
 }
 
-void LineRunner::Delete(std::string_view key) {
-  const std::string_view word = basic::Trim(basic::Mid(key, 8));
+void LineRunner::Delete(std::string_view word) {
   for (const auto& c : kCleanupWords)
     if (c.word == word) sys_.power.Clean(c.what);
 }
 
-void LineRunner::MessageBox(std::string_view line) {
+void LineRunner::MessageBox(std::string_view text) {
   const WindowHandle previous = sys_.windows.Foreground();
-  sys_.dialogs.MessageBox(previous, basic::Trim(basic::Mid(line, 7)), p_.options_.appTitle);
+  sys_.dialogs.MessageBox(previous, text, p_.options_.appTitle);
   sys_.windows.SetForeground(previous);
 }
 

@@ -5,6 +5,7 @@
 namespace kx {
 
 void PumpingWait(ClockPort& clock, double milliseconds, const bool& playing) {
+  milliseconds = BoundedWaitMs(milliseconds);
   if (clock.HasPerformanceCounter()) {
     const double frequency = static_cast<double>(clock.PerformanceFrequency());
     std::int64_t start = clock.PerformanceCounter();

@@ -22,8 +22,8 @@ std::optional<std::string_view> Field(const std::vector<std::string>& fields, si
 
 }  // namespace
 
-void LineRunner::ActivateWindow(std::string_view key) {
-  const auto fields = basic::Split(basic::Mid(key, 3), ",");
+void LineRunner::ActivateWindow(std::string_view argument) {
+  const auto fields = basic::Split(argument, ",");
   const auto first = Field(fields, 0);
   const auto title = Field(fields, 1);
   const auto timeout = Field(fields, 2) ? basic::ToDouble(*Field(fields, 2)) : std::nullopt;
@@ -33,8 +33,7 @@ void LineRunner::ActivateWindow(std::string_view key) {
   auto find = [&]() -> WindowHandle {
     if (first && basic::IsNumeric(*first)) {
       // A number is the window's handle itself.
-      const auto handle = basic::ToDouble(*first).value_or(0);
-      return handle > 0 ? static_cast<WindowHandle>(handle) : 0;
+      return WindowHandleFromNumber(basic::ToDouble(*first).value_or(0));
     }
     if (title) return windows.Find(first, title);
     if (!first) return 0;
@@ -65,15 +64,15 @@ void LineRunner::ActivateWindow(std::string_view key) {
   PumpingWait(100);
 }
 
-void LineRunner::MoveWindow(std::string_view key) {
-  const auto fields = basic::Split(basic::Trim(basic::Mid(key, 5)), ",");
+void LineRunner::MoveWindow(std::string_view argument) {
+  const auto fields = basic::Split(argument, ",");
   auto& windows = sys_.windows;
   WindowHandle window = 0;
   size_t firstNumber = 0;
   if (fields.size() >= 5) {
     const std::string_view name = basic::Trim(fields[0]);
     if (basic::IsNumeric(name)) {
-      window = static_cast<WindowHandle>(basic::ToDouble(name).value_or(0));
+      window = WindowHandleFromNumber(basic::ToDouble(name).value_or(0));
     } else {
       window = windows.Find(std::nullopt, name);
       if (!window) window = windows.Find(name, std::nullopt);
@@ -94,8 +93,8 @@ void LineRunner::MoveWindow(std::string_view key) {
   windows.Move(window, values[0], values[1], values[2], values[3], true);
 }
 
-void LineRunner::RunMacroFile(std::string_view key) {
-  std::string name(basic::Trim(basic::Mid(key, 3)));
+void LineRunner::RunMacroFile(std::string_view argument) {
+  std::string name(argument);
   if (!sys_.files.IsFile(name))
     name = JoinPath(sys_.files, JoinPath(sys_.files, sys_.files.AppFolder(), "Macro"), name);
   if (!sys_.files.IsFile(name)) return;

@@ -12,7 +12,7 @@ using enum SettingWriter;
 
 // The keys of setting.ini, in the order start-up reads them. "EndNotifer" is
 // spelled so on purpose: existing files use that name.
-constexpr std::array<SettingKey, 41> kKeys = {{
+constexpr std::array<SettingKey, 42> kKeys = {{
     {"HotkeyPlayMod", kInt, 0, kOptionsDialog, &Settings::hotkeyPlayMod},
     {"HotkeyPlay", kInt, 19, kOptionsDialog, &Settings::hotkeyPlay},
     {"Time", kBool, 0, kShutdown, &Settings::time},
@@ -54,6 +54,7 @@ constexpr std::array<SettingKey, 41> kKeys = {{
     {"Y", kInt, 0, kShutdown, &Settings::y},
     {"W", kInt, 5200, kShutdown, &Settings::w},
     {"H", kInt, 6000, kShutdown, &Settings::h},
+    {"UnicodeKeys", kInt, 0, kOptionsDialog, &Settings::unicodeKeys},
 }};
 
 // The shutdown writes its keys in its own order, not the table's.

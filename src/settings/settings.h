@@ -53,6 +53,7 @@ struct Settings {
   int y = 0;
   int w = 5200;
   int h = 6000;
+  int unicodeKeys = 0;  // 1: "key" lines send untypeable characters as Unicode
 };
 
 enum class SettingType {

@@ -2,9 +2,11 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <limits>
 
 namespace kx::sim {
 
@@ -31,15 +33,22 @@ std::string Utf8Of(const std::filesystem::path& p) {
   return std::string(u.begin(), u.end());
 }
 
-std::string ButtonWords(std::uint32_t flags) {
+std::vector<std::string> ButtonWords(std::uint32_t flags) {
   static constexpr std::pair<std::uint32_t, const char*> kWords[] = {
       {kMouseLeftDown, "ldown"}, {kMouseLeftUp, "lup"},       {kMouseRightDown, "rdown"},
       {kMouseRightUp, "rup"},    {kMouseMiddleDown, "mdown"}, {kMouseMiddleUp, "mup"},
   };
-  std::string out;
+  std::vector<std::string> out;
   for (const auto& [flag, word] : kWords)
-    if (flags & flag) out += std::string(out.empty() ? "" : ",") + "\"" + word + "\"";
+    if (flags & flag) out.push_back(word);
   return out;
+}
+
+// Coordinates far out of range stay at the edge of what an int holds instead
+// of overflowing.
+int Saturated(std::int64_t value) {
+  return static_cast<int>(std::clamp<std::int64_t>(value, std::numeric_limits<int>::min(),
+                                                   std::numeric_limits<int>::max()));
 }
 
 }  // namespace
@@ -53,45 +62,46 @@ System SimSystem::Ports() {
   return System{*this, *this, *this, *this, *this, *this, *this, *this, *this, *this, *this, *this};
 }
 
-void SimSystem::Record(std::string_view ev, std::string fields) {
+void SimSystem::Record(std::string_view ev, Json fields) {
   trace_.Add(NowMs(), ev, std::move(fields));
 }
 
 // --- input ---
 
-bool SimSystem::SendKeys(std::span<const KeyRecord> keys) {
-  if (keys.empty()) return false;
-  std::string list;
+std::size_t SimSystem::SendKeys(std::span<const KeyRecord> keys) {
+  if (keys.empty() || inputBlocked_) return 0;
+  Json list = Json::array();
   for (const auto& k : keys) {
-    if (!list.empty()) list += ",";
-    list += "[" + std::to_string(k.vk) + (k.up ? ",\"up\"]" : ",\"down\"]");
+    if (k.unicode != 0) {
+      char name[8];
+      std::snprintf(name, sizeof name, "U+%04X", static_cast<unsigned>(k.unicode));
+      list.push_back({name, k.up ? "up" : "down"});
+      continue;
+    }
+    list.push_back({k.vk, k.up ? "up" : "down"});
     // Toggle keys change state on their press, as on a real keyboard.
     if (!k.up && (k.vk == 20 || k.vk == 144 || k.vk == 145)) toggles_[k.vk] = !toggles_[k.vk];
   }
-  Record("keys", "\"keys\":[" + list + "]");
-  return true;
+  Record("keys", {{"keys", std::move(list)}});
+  return keys.size();
 }
 
-bool SimSystem::SendMouse(std::span<const MouseRecord> records) {
-  if (records.empty()) return false;
-  std::string list;
-  for (const auto& r : records) {
-    const std::string words = ButtonWords(r.flags);
-    if (words.empty()) continue;
-    if (!list.empty()) list += ",";
-    list += words;
-  }
-  Record("mouse", "\"buttons\":[" + list + "]");
-  return true;
+std::size_t SimSystem::SendMouse(std::span<const MouseRecord> records) {
+  if (records.empty() || inputBlocked_) return 0;
+  Json list = Json::array();
+  for (const auto& r : records)
+    for (const auto& word : ButtonWords(r.flags)) list.push_back(word);
+  Record("mouse", {{"buttons", std::move(list)}});
+  return records.size();
 }
 
 void SimSystem::Wheel(int delta) {
-  Record("wheel", "\"delta\":" + std::to_string(delta));
+  Record("wheel", {{"delta", delta}});
 }
 
 void SimSystem::SetCursorPos(Point screen) {
   cursor_ = screen;
-  Record("cursor", "\"x\":" + std::to_string(screen.x) + ",\"y\":" + std::to_string(screen.y));
+  Record("cursor", {{"x", screen.x}, {"y", screen.y}});
 }
 
 std::int16_t SimSystem::GetKeyState(int vk) {
@@ -138,7 +148,7 @@ void SimSystem::Restore(WindowHandle window) {
 
 void SimSystem::SetForeground(WindowHandle window) {
   foreground_ = window;
-  Record("activate", "\"hwnd\":" + std::to_string(window));
+  Record("activate", {{"hwnd", window}});
 }
 
 std::optional<Rect> SimSystem::GetRect(WindowHandle window) {
@@ -147,22 +157,23 @@ std::optional<Rect> SimSystem::GetRect(WindowHandle window) {
 }
 
 void SimSystem::Move(WindowHandle window, int x, int y, int width, int height, bool) {
-  if (auto* w = WindowByHandle(window)) w->rect = {x, y, x + width, y + height};
-  Record("move", "\"hwnd\":" + std::to_string(window) + ",\"x\":" + std::to_string(x) +
-                     ",\"y\":" + std::to_string(y) + ",\"w\":" + std::to_string(width) +
-                     ",\"h\":" + std::to_string(height));
+  if (auto* w = WindowByHandle(window))
+    w->rect = {x, y, Saturated(std::int64_t{x} + width), Saturated(std::int64_t{y} + height)};
+  Record("move", {{"hwnd", window}, {"x", x}, {"y", y}, {"w", width}, {"h", height}});
 }
 
 Point SimSystem::ClientToScreen(WindowHandle window, Point client) {
   auto* w = WindowByHandle(window);
   if (!w) return client;
-  return {w->rect.left + w->clientOrigin.x + client.x, w->rect.top + w->clientOrigin.y + client.y};
+  return {Saturated(std::int64_t{w->rect.left} + w->clientOrigin.x + client.x),
+          Saturated(std::int64_t{w->rect.top} + w->clientOrigin.y + client.y)};
 }
 
 Point SimSystem::ScreenToClient(WindowHandle window, Point screen) {
   auto* w = WindowByHandle(window);
   if (!w) return screen;
-  return {screen.x - w->rect.left - w->clientOrigin.x, screen.y - w->rect.top - w->clientOrigin.y};
+  return {Saturated(std::int64_t{screen.x} - w->rect.left - w->clientOrigin.x),
+          Saturated(std::int64_t{screen.y} - w->rect.top - w->clientOrigin.y)};
 }
 
 std::string SimSystem::ClassName(WindowHandle window) {
@@ -181,7 +192,7 @@ bool SimSystem::Open(std::string_view file, std::string_view) {
   const std::string lower = Lower(file);
   const bool ok = lower.starts_with("http") || lower.starts_with("www.") || IsFile(file) ||
                   programs_.count(lower) > 0;
-  Record("open", "\"target\":" + JsonString(file) + ",\"ok\":" + (ok ? "true" : "false"));
+  Record("open", {{"target", file}, {"ok", ok}});
   return ok;
 }
 
@@ -191,13 +202,13 @@ bool SimSystem::SetText(std::string_view text) {
     return false;
   }
   clipboard_ = std::string(text);
-  Record("clipboard", "\"text\":" + JsonString(text));
+  Record("clipboard", {{"text", text}});
   return true;
 }
 
 MessageResult SimSystem::MessageBox(WindowHandle, std::string_view text, std::string_view title,
                                     MessageStyle) {
-  Record("msgbox", "\"title\":" + JsonString(title) + ",\"text\":" + JsonString(text));
+  Record("msgbox", {{"title", title}, {"text", text}});
   if (messageAnswers_.empty()) return MessageResult::kOk;
   const MessageResult answer = messageAnswers_.front();
   messageAnswers_.pop_front();
@@ -206,7 +217,7 @@ MessageResult SimSystem::MessageBox(WindowHandle, std::string_view text, std::st
 
 std::optional<std::string> SimSystem::InputBox(std::string_view prompt, std::string_view title,
                                                std::string_view) {
-  Record("inputbox", "\"title\":" + JsonString(title) + ",\"prompt\":" + JsonString(prompt));
+  Record("inputbox", {{"title", title}, {"prompt", prompt}});
   if (inputAnswers_.empty()) return std::nullopt;
   auto answer = inputAnswers_.front();
   inputAnswers_.pop_front();
@@ -223,6 +234,7 @@ std::optional<std::int64_t> SimSystem::NextHotkeyUs() const {
 }
 
 void SimSystem::PumpMessages() {
+  if (pumpHook_) pumpHook_();
   // Deliver due hotkeys in time order; a handler may pump again, so take each
   // one off the list before calling it.
   for (;;) {
@@ -242,9 +254,13 @@ void SimSystem::Sleep(int milliseconds) {
 void SimSystem::WaitForMessageOrTimeout(double milliseconds) {
   // The wait ends just past its deadline (a real clock never lands exactly on
   // it), or when a hotkey message arrives first.
-  std::int64_t target =
-      clockUs_ + static_cast<std::int64_t>(std::ceil(std::max(0.0, milliseconds) * 1000)) + 1;
+  // The longest wait the player makes is bounded; the cap here only keeps the
+  // conversion to microseconds defined for any caller.
+  constexpr double kLongestUs = 1e15;
+  const double us = std::min(std::ceil(std::max(0.0, milliseconds) * 1000), kLongestUs);
+  std::int64_t target = clockUs_ + static_cast<std::int64_t>(us) + 1;
   if (auto next = NextHotkeyUs(); next && *next < target) target = std::max(*next, clockUs_);
+  if (wakeAtUs_ > clockUs_ && wakeAtUs_ < target) target = wakeAtUs_;
   clockUs_ = target;
 }
 
@@ -294,24 +310,24 @@ void SimSystem::FlashWindow(int) {
   Record("flash");
 }
 void SimSystem::Balloon(std::string_view, std::string_view text) {
-  Record("balloon", "\"text\":" + JsonString(text));
+  Record("balloon", {{"text", text}});
 }
 void SimSystem::SetCaption(std::string_view text) {
-  Record("caption", "\"text\":" + JsonString(text));
+  Record("caption", {{"text", text}});
 }
 void SimSystem::SetStatusText(std::string_view text) {
   status_ = std::string(text);
-  Record("status", "\"text\":" + JsonString(text));
+  Record("status", {{"text", text}});
 }
 void SimSystem::Power(PowerAction action) {
-  Record("power", "\"action\":" + JsonString(PowerActionWord(action)));
+  Record("power", {{"action", PowerActionWord(action)}});
 }
 void SimSystem::Clean(kx::Cleanup what) {
-  Record("cleanup", "\"what\":" + JsonString(CleanupWord(what)));
+  Record("cleanup", {{"what", CleanupWord(what)}});
 }
 bool SimSystem::SetRegeditLastKey(std::string_view path) {
   regeditKey_ = std::string(path);
-  Record("regedit", "\"key\":" + JsonString(path));
+  Record("regedit", {{"key", path}});
   return true;
 }
 

@@ -66,6 +66,9 @@ class SimSystem final : public InputPort,
   // The next n clipboard writes fail, as when another program holds it.
   void FailClipboardWrites(int n) { failingClipboardWrites_ = n; }
   void SetToggle(int vk, bool on) { toggles_[vk] = on; }
+  // While on, the system takes no key or button event, as when a window of
+  // higher integrity has the focus; nothing reaches the trace.
+  void BlockInput(bool on) { inputBlocked_ = on; }
   void QueueInputBoxAnswer(std::optional<std::string> answer) {
     inputAnswers_.push_back(std::move(answer));
   }
@@ -77,12 +80,18 @@ class SimSystem final : public InputPort,
   // A hotkey press delivered by the message pump once the clock reaches it.
   void ScheduleHotkey(std::int64_t atMs, int id) { hotkeys_.push_back({atMs * 1000, id}); }
   void SetHotkeySink(std::function<void(int)> sink) { hotkeySink_ = std::move(sink); }
+  // Called at every pump of the message queue; waits wake at wakeAtUs so
+  // that the hook sees that moment.
+  void SetPumpHook(std::function<void()> hook, std::int64_t wakeAtUs) {
+    pumpHook_ = std::move(hook);
+    wakeAtUs_ = wakeAtUs;
+  }
   std::string LastStatus() const { return status_; }
   std::string LastRegeditKey() const { return regeditKey_; }
 
   // --- InputPort ---
-  bool SendKeys(std::span<const KeyRecord> keys) override;
-  bool SendMouse(std::span<const MouseRecord> records) override;
+  std::size_t SendKeys(std::span<const KeyRecord> keys) override;
+  std::size_t SendMouse(std::span<const MouseRecord> records) override;
   void Wheel(int delta) override;
   void SetCursorPos(Point screen) override;
   Point GetCursorPos() override { return cursor_; }
@@ -165,7 +174,7 @@ class SimSystem final : public InputPort,
     std::int64_t atUs;
     int id;
   };
-  void Record(std::string_view ev, std::string fields = {});
+  void Record(std::string_view ev, Json fields = Json::object());
   std::optional<std::string> RealFilePath(std::string_view path) const;
   std::optional<std::int64_t> NextHotkeyUs() const;
 
@@ -183,6 +192,7 @@ class SimSystem final : public InputPort,
   std::optional<std::string> clipboard_;
   int failingClipboardWrites_ = 0;
   std::map<int, bool> toggles_;
+  bool inputBlocked_ = false;
   Point cursor_{0, 0};
   std::deque<std::optional<std::string>> inputAnswers_;
   std::deque<MessageResult> messageAnswers_;
@@ -191,6 +201,8 @@ class SimSystem final : public InputPort,
   LocalTime startTime_{2024, 3, 5, 9, 5, 3, 0};
   std::vector<PendingHotkey> hotkeys_;
   std::function<void(int)> hotkeySink_;
+  std::function<void()> pumpHook_;
+  std::int64_t wakeAtUs_ = -1;
   std::string status_;
   std::string regeditKey_;
   std::uint32_t rndSeed_ = 0x50000;

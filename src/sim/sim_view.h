@@ -35,6 +35,7 @@ class SimView final : public PlayerView {
   WindowHandle MainWindow() override { return 0x10000; }
   void OnAssigned(const std::string& name, const std::string& value) override;
   void OnLineFailed(int line) override;
+  void OnInputBlocked(int line) override;
   void OnLine(int) override {
     if (lineHook_) lineHook_(++linesRun_);
   }

@@ -27,4 +27,12 @@ struct Rect {
 // windows by this number ("w 132456"), so it is kept as plain data.
 using WindowHandle = std::uint64_t;
 
+// The window a script's number names: handles are 32-bit values, also on
+// 64-bit Windows, so a number outside 1 to 2^32 - 1 names no window.
+inline WindowHandle WindowHandleFromNumber(double number) {
+  constexpr double kLargestHandle = 4294967295.0;
+  if (!(number >= 1 && number <= kLargestHandle)) return 0;
+  return static_cast<WindowHandle>(number);
+}
+
 }  // namespace kx

@@ -237,6 +237,13 @@ std::string_view JudgeCode(const Bytes& bytes) {
   static constexpr std::array<std::string_view, 6> kTieOrder = {
       kEncodingSjis, kEncodingUnicode, kEncodingJis, kEncodingUtf7, kEncodingUtf8, kEncodingEuc};
 
+  // A leading byte-order mark decides before any scorer is asked: the JIS
+  // scorer answers first and would take a marked UTF-8 file that holds an
+  // "ESC ( B" sequence, and every macro is saved with that mark.
+  if (bytes.size() >= 3 && bytes[0] == 0xEF && bytes[1] == 0xBB && bytes[2] == 0xBF)
+    return kEncodingUtf8;
+  if (bytes.size() >= 2 && bytes[0] == 0xFF && bytes[1] == 0xFE) return kEncodingUnicode;
+
   const int last =
       static_cast<int>(std::min<std::size_t>(bytes.size(), kWindowBytes)) - 1;  // may be -1
   std::array<std::int16_t, 6> scores{};

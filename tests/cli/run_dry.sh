@@ -38,6 +38,23 @@ printf -- '-50\r\ngoto 1' > "$dir/endless.ksx"
 out=$(run run --dry --max-lines 1000 "$dir/endless.ksx" | tail -1 | sed 's/.*"reason":"\([a-z]*\)".*/\1/')
 check "limit" 'limit' "$out"
 
+# Waits, wheels and window searches beyond any sensible length end at the
+# bounds of the dry run, checked inside the command as well as between lines.
+printf '1e16\r\nbeep' > "$dir/huge_wait.ksx"
+out=$(run run --dry --max-ms 5000 "$dir/huge_wait.ksx" | tail -1)
+check "huge wait" '{"t":5001,"ev":"end","reason":"limit","current_line":1,"cycles_left":1}' "$out"
+printf 'w nothing,,1e12\r\nbeep' > "$dir/window_wait.ksx"
+out=$(run run --dry --max-ms 5000 "$dir/window_wait.ksx" | tail -1 | sed 's/"t":[0-9]*,//')
+check "window wait" '{"ev":"end","reason":"limit","current_line":1,"cycles_left":1}' "$out"
+printf 'wheel 2147483647\r\nbeep' > "$dir/wheel.ksx"
+out=$(run run --dry --max-events 1000 "$dir/wheel.ksx" | grep -c '"ev":"wheel"')
+check "wheel bound" "1000" "$out"
+out=$(run run --dry --stop-at 150 "$dir/wheel.ksx" | tail -1)
+check "wheel stop" '{"t":158,"ev":"end","reason":"stopped","current_line":0,"cycles_left":1}' "$out"
+
+out=$(run run --dry --refuse-input "$dir/m.ksx" | grep '"error"' | sed 's/"t":[0-9]*,//')
+check "refused input" '{"ev":"error","line":1,"reason":"input-blocked"}' "$out"
+
 printf 'goto 7\r\nbeep' > "$dir/bad.ksx"
 out=$(run run --dry "$dir/bad.ksx" | grep '"error"' | sed 's/"t":[0-9]*,//')
 check "error" '{"ev":"error","line":7}' "$out"

@@ -3,8 +3,6 @@
 # the previous clipboard text back afterwards.
 . "$(dirname "$0")/lib.sh"
 
-clip() { xclip -selection clipboard -o 2>/dev/null | tr -d '\r'; }
-
 write_macro "$WORK/paste.ksx" \
   "notepad" \
   "w notepad,,5000" \
@@ -18,13 +16,7 @@ sleep 0.3
 shot paste
 expect_eq "clipboard after ^" "$(clip)" "before"
 
-# Notepad's text, copied out by a second run.
-write_macro "$WORK/copyout.ksx" \
-  "w notepad" \
-  "keys ctrl+a" \
-  "keys ctrl+c" \
-  "300"
-run_kestrelix 60 "$(winpath "$WORK/copyout.ksx")"
+copy_notepad_text
 sleep 0.3
 expect_eq "notepad text" "$(clip)" "hello
 world カタカナ!"

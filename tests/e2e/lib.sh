@@ -121,4 +121,17 @@ dismiss_and_await_exit() {
   return 1
 }
 
+# The system clipboard's text, without carriage returns.
+clip() { xclip -selection clipboard -o 2>/dev/null | tr -d '\r'; }
+
+# Copies Notepad's whole text to the clipboard with a run of its own.
+copy_notepad_text() {
+  write_macro "$WORK/copyout.ksx" \
+    "w notepad" \
+    "keys ctrl+a" \
+    "keys ctrl+c" \
+    "300"
+  run_kestrelix 60 "$(winpath "$WORK/copyout.ksx")"
+}
+
 . "$(dirname "${BASH_SOURCE[0]}")/robot.sh"

@@ -23,6 +23,10 @@ TEST_F(TextFunctions, TakePiecesAndPositionsInCharacters) {
       {"INSTR(\"abcabc\",\"c\")", "Long", "3"},
       {"INSTR(4,\"abcabc\",\"c\")", "Long", "6"},
       {"INSTR(\"abc\",\"x\")", "Long", "0"},
+      // The start at the text's last character still finds it; one past does not.
+      {"INSTR(3,\"abc\",\"c\")", "Long", "3"},
+      {"INSTR(6,\"abcabc\",\"c\")", "Long", "6"},
+      {"INSTR(4,\"abc\",\"c\")", "Long", "0"},
       {"KINSTR(\"あいう\",\"う\")", "Long", "3"},
   });
 }

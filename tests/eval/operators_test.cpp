@@ -86,7 +86,10 @@ TEST_F(Operators, AreLogicalOnBooleansAndBitwiseOnNumbers) {
 }
 
 TEST(Arithmetic, WidensOnOverflowAndFailsBeyondDouble) {
+  EXPECT_EQ(Add(Value::Integer(32766), Value::Integer(1)), Value::Integer(32767));
   EXPECT_EQ(Add(Value::Integer(32767), Value::Integer(1)), Value::Long(32768));
+  EXPECT_EQ(Subtract(Value::Integer(-32767), Value::Integer(1)), Value::Integer(-32768));
+  EXPECT_EQ(Subtract(Value::Integer(-32768), Value::Integer(1)), Value::Long(-32769));
   EXPECT_EQ(Negate(Value::Integer(-32768)), Value::Long(32768));
   EXPECT_EQ(Negate(Value::Long(INT32_MIN)), Value::Double(2147483648.0));
   EXPECT_EQ(Add(Value(), Value()), Value::Integer(0));

@@ -80,8 +80,8 @@ TEST_F(Words, AskTheInputBoxWithItsPrompt) {
   EXPECT_EQ(Stored("INPUTBOX"), "");
   const auto asked = sim.trace().OfKind("inputbox");
   ASSERT_EQ(asked.size(), 2u);
-  EXPECT_EQ(asked[0].fields,
-            "\"title\":\"Kestrelix\",\"prompt\":" + sim::JsonString("値を入力して下さい。"));
+  EXPECT_EQ(asked[0].ToUntimedJson(),
+            R"({"ev":"inputbox","title":"Kestrelix","prompt":"値を入力して下さい。"})");
 }
 
 TEST_F(Words, DrawRandomSinglesAfterReseeding) {

@@ -190,7 +190,7 @@ TEST_F(CommandsTest, PartialLoopWrapsTheSelectedLinesOrInsertsAnEmptyBlock) {
   sim.QueueInputBoxAnswer(" 3 ");
   controller.OnMenuCommand(ItemId("指定回数ループ"));
   EXPECT_EQ(view.text, "a\r\n<r 3>\r\nb\r\nc\r\n</r>");
-  EXPECT_EQ(sim.trace().OfKind("inputbox").back().fields,
+  EXPECT_EQ(LastFields("inputbox"),
             R"("title":"部分ループ","prompt":"ループ回数を入力してください")");
 
   view.SetEditorText("x");
@@ -254,9 +254,9 @@ TEST_F(CommandsTest, TreeActionsWorkOnTheMacroFolder) {
 TEST_F(CommandsTest, HelpItemsOpenTheirFilesBesideTheProgram) {
   sim.AddFile("/kestrelix/ReadMe.txt", "");
   controller.OnMenuCommand(ItemId("ReadMeを開く"));
-  EXPECT_EQ(sim.trace().OfKind("open").back().fields.find("ReadMe.txt") != std::string::npos, true);
+  EXPECT_NE(LastFields("open").find("ReadMe.txt"), std::string::npos);
   controller.OnMenuCommand(ItemId("操作記録名一覧を開く"));  // missing: the user is told
-  EXPECT_NE(sim.trace().OfKind("msgbox").back().fields.find("見つかりません"), std::string::npos);
+  EXPECT_NE(LastFields("msgbox").find("見つかりません"), std::string::npos);
   controller.OnMenuCommand(ItemId("バージョン情報"));
   EXPECT_TRUE(view.aboutShown);
 }

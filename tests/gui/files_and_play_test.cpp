@@ -93,8 +93,8 @@ TEST_F(FilesTest, OverwriteAsksAndCancelLeavesTheFileAsItWas) {
   view.SetEditorText("new");
   sim.QueueMessageBoxAnswer(MessageResult::kCancel);
   controller.OnSaveRightClick();
-  EXPECT_EQ(sim.trace().OfKind("msgbox").back().fields,
-            R"("title":"Kestrelix","text":"/m/a.ksx\u000d\u000a上書き保存しますか？")");
+  EXPECT_EQ(LastFields("msgbox"),
+            R"("title":"Kestrelix","text":"/m/a.ksx\r\n上書き保存しますか？")");
   EXPECT_EQ(FileText("/m/a.ksx"), "old");
   controller.OnMenuCommand(MenuId(Command::kSave));  // OK
   EXPECT_EQ(FileText("/m/a.ksx"), "\xEF\xBB\xBFnew");
@@ -108,7 +108,7 @@ TEST_F(FilesTest, AFailedSaveKeepsTheOldFileAndTellsTheUser) {
   sim.FailFileWrites(1);
   controller.OnButton(Button::kSave);
   EXPECT_EQ(FileText("/m/a.ksx"), "old");
-  EXPECT_NE(sim.trace().OfKind("msgbox").back().fields.find("保存できませんでした"),
+  EXPECT_NE(LastFields("msgbox").find("保存できませんでした"),
             std::string::npos);
   EXPECT_EQ(view.caption, "Kestrelix");
 }

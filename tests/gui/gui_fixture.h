@@ -87,6 +87,14 @@ class GuiFixture {
     return bytes ? DecodeMacroBytes(*bytes) : "";
   }
   void WriteIni(const std::string& lines) { sim.AddFile(kIni, "[Macro]\r\n" + lines); }
+  // The fields of the last trace event of a kind, as JSON text without the
+  // braces; empty when there is none.
+  std::string LastFields(std::string_view kind) {
+    const auto events = sim.trace().OfKind(kind);
+    if (events.empty()) return "";
+    const std::string text = sim::DumpJson(events.back().fields);
+    return text.substr(1, text.size() - 2);
+  }
   int MenuId(gui::Command command, std::string_view argument = {}) {
     return gui::MenuIdFor(command, argument).value_or(-1);
   }

@@ -24,6 +24,7 @@ TEST(PlayerSettings, AFreshStartPlaysAtNormalSpeedWithoutNotification) {
   EXPECT_EQ(o.speedFactor, 1);
   EXPECT_FALSE(o.trace);
   EXPECT_FALSE(o.balloon);
+  EXPECT_FALSE(o.unicodeKeys);
   EXPECT_EQ(LoopCountFromSettings(s), 1);
   EXPECT_TRUE(PlayHotkeyFromSettings(s).Registered());
   EXPECT_EQ(PlayHotkeyFromSettings(s).key, 19);
@@ -56,6 +57,12 @@ TEST(PlaySpeeds, MenuOrderGivesTheFactors) {
   const double expected[] = {1, 0.5, 0.25, 2, 4, 8};
   for (int i = 0; i < 6; ++i) EXPECT_EQ(SpeedFactorFromRate(i), expected[i]);
   EXPECT_EQ(SpeedFactorFromRate(-1), 1);
+}
+
+TEST(PlayerSettings, UnicodeKeysIsOnForAnyNonZeroValue) {
+  EXPECT_TRUE(PlayerOptionsFromSettings(FromIni("UnicodeKeys=1\r\n")).unicodeKeys);
+  EXPECT_TRUE(PlayerOptionsFromSettings(FromIni("UnicodeKeys=-1\r\n")).unicodeKeys);
+  EXPECT_FALSE(PlayerOptionsFromSettings(FromIni("UnicodeKeys=0\r\n")).unicodeKeys);
 }
 
 }  // namespace

@@ -52,7 +52,7 @@ TEST_F(StartUpTest, FreshStartShowsDefaultsAndCloseWritesTheFreshInstallKeysInOr
             "Stamp=0\r\nBalloon=0\r\nTray=0\r\nTreeIcon=-1\r\nLoop=0\r\nHide=0\r\nTrace=0\r\n"
             "Top=0\r\nSplit=1335\r\nWinState=0\r\nX=0\r\nY=0\r\nH=6000\r\nW=5200\r\nrate=0\r\n");
   // Shift, Ctrl and Alt go up on the way out.
-  EXPECT_EQ(sim.trace().OfKind("keys").back().fields, R"("keys":[[16,"up"],[17,"up"],[18,"up"]])");
+  EXPECT_EQ(LastFields("keys"), R"("keys":[[16,"up"],[17,"up"],[18,"up"]])");
 }
 
 TEST_F(StartUpTest, SettingsWrittenByHandTakeEffect) {

@@ -76,7 +76,7 @@ TEST(LockKeys, TheBareWordTogglesAsAKeyLine) {
 TEST(MouseLines, ButtonsMoveFirstThenClickInOneBatch) {
   F f;
   f.Play({"LMouse Down (10,20)", "LMouse Up (10,20)", "lmouse double (10,20)", "RMouse Down",
-          "MMouse Up"});
+          "RMouse Up", "MMouse Down", "MMouse Up"});
   EXPECT_EQ(f.Effects(), (std::vector<std::string>{
                              R"({"ev":"cursor","x":10,"y":20})",
                              R"({"ev":"mouse","buttons":["ldown"]})",
@@ -85,6 +85,8 @@ TEST(MouseLines, ButtonsMoveFirstThenClickInOneBatch) {
                              R"({"ev":"cursor","x":10,"y":20})",
                              R"({"ev":"mouse","buttons":["ldown","lup","ldown","lup"]})",
                              R"({"ev":"mouse","buttons":["rdown"]})",
+                             R"({"ev":"mouse","buttons":["rup"]})",
+                             R"({"ev":"mouse","buttons":["mdown"]})",
                              R"({"ev":"mouse","buttons":["mup"]})",
                          }));
 }
@@ -136,3 +138,56 @@ TEST(WheelLines, WholeNotchesThenTheRemainderInTheSameDirection) {
 
 }  // namespace
 }  // namespace kx::test
+
+namespace kx {
+namespace {
+
+using F = test::PlayFixture;
+
+TEST(Wheel, AHugeAmountEndsAtTheStopHotkey) {
+  F f;
+  f.sim.ScheduleHotkey(150, kHotkeyPlay);  // the play starts at 100 ms
+  f.Play({"wheel 2147483647", "beep"});
+  const auto turns = f.Effects("wheel").size();
+  EXPECT_GT(turns, 10u);
+  EXPECT_LT(turns, 100u);
+  EXPECT_TRUE(f.Effects("beep").empty());
+  EXPECT_EQ(f.player.LastEnd(), PlayEnd::kStopped);
+}
+
+TEST(MouseLines, CoordinatesAtTheEdgeOfTheRangeStayThere) {
+  F f;
+  const auto w = f.sim.AddWindow({0, "Target", "t", {100, 200, 600, 700}, {8, 31}, false});
+  f.sim.SetForegroundWindow(w);
+  f.Play({"mouclpos(2147483647,0)", "mouclpos(-2147483648,0)"});
+  EXPECT_EQ(f.Effects("cursor"),
+            (std::vector<std::string>{R"({"ev":"cursor","x":2147483647,"y":231})",
+                                      R"({"ev":"cursor","x":-2147483540,"y":231})"}));
+}
+
+}  // namespace
+}  // namespace kx
+
+namespace kx {
+namespace {
+
+TEST(TypedText, UntypeableCharactersAreSkippedUnlessUnicodeKeysIsOn) {
+  test::PlayFixture f;
+  f.Play({"key aあ"});
+  EXPECT_EQ(f.Effects("keys"), std::vector<std::string>{test::PlayFixture::Press(65)});
+
+  f.player.Options().unicodeKeys = true;
+  f.Play({"key aあ漢😀Ａ"});
+  EXPECT_EQ(f.Effects("keys"),
+            (std::vector<std::string>{
+                test::PlayFixture::Press(65),
+                test::PlayFixture::Keys(R"(["U+3042","down"],["U+3042","up"])"),
+                test::PlayFixture::Keys(R"(["U+6F22","down"],["U+6F22","up"])"),
+                test::PlayFixture::Keys(
+                    R"(["U+D83D","down"],["U+DE00","down"],["U+D83D","up"],["U+DE00","up"])"),
+                test::PlayFixture::Keys(R"(["U+FF21","down"],["U+FF21","up"])"),
+            }));
+}
+
+}  // namespace
+}  // namespace kx

@@ -67,6 +67,10 @@ TEST(KeyCodeFromWord, AnyWordStartingWithFIsAFunctionKey) {
   EXPECT_EQ(KeyCodeFromWord("f1", layout), 112);
   EXPECT_EQ(KeyCodeFromWord("f12", layout), 123);
   EXPECT_EQ(KeyCodeFromWord("fx", layout), 111);
+  // Far past the function keys the code is no key, not a wrapped number.
+  EXPECT_EQ(KeyCodeFromWord("f32656", layout), 32767);
+  EXPECT_EQ(KeyCodeFromWord("f32657", layout), 0);
+  EXPECT_EQ(KeyCodeFromWord("f2147483647", layout), 0);
   EXPECT_EQ(KeyCodeFromWord("foo", layout), 111);
   EXPECT_EQ(KeyCodeFromWord("f", layout), 70);  // one character: the layout's F key
 }

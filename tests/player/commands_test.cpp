@@ -64,6 +64,36 @@ TEST(MoveCommand, AMissingSizeTakesTheRightAndBottomEdges) {
             R"({"ev":"move","hwnd":)" + std::to_string(w) + R"(,"x":5,"y":6,"w":500,"h":400})");
 }
 
+TEST(WindowCommand, NumbersThatCannotBeHandlesNameNoWindow) {
+  PlayFixture f;
+  f.sim.AddWindow({0, "Notepad", "memo", {}, {}, false});
+  for (const char* line : {"w 1e300", "w -5", "w 0.4", "w 4294967296"}) {
+    f.Play({line});
+    EXPECT_TRUE(f.Effects("activate").empty()) << line;
+    EXPECT_EQ(f.player.Value().ToText(), "False") << line;
+  }
+}
+
+TEST(WindowCommand, AnEndlessTimeOutEndsAtThePlaysTimeBound) {
+  PlayFixture f;
+  f.Play({"w nothing,,1e12", "beep"});
+  EXPECT_TRUE(f.limiter.Reached());
+  EXPECT_TRUE(f.Effects("beep").empty());
+  EXPECT_LE(f.sim.NowMs(), 86'400'000 + 200);
+}
+
+TEST(MoveCommand, AHandleOutOfRangeMovesNothingAndHugeSizesStayInRange) {
+  PlayFixture f;
+  const auto w = f.sim.AddWindow({0, "Notepad", "memo", {100, 50, 500, 400}, {}, false});
+  f.sim.SetForegroundWindow(w);
+  f.Play({"move -5,0,0,10,10", "move 1e300,0,0,10,10"});
+  EXPECT_TRUE(f.Effects("move").empty());
+  f.Play({"move 2147483647,0,100,100"});
+  EXPECT_EQ(f.Effects("move")[0], R"({"ev":"move","hwnd":)" + std::to_string(w) +
+                                      R"(,"x":2147483647,"y":0,"w":100,"h":100})");
+  EXPECT_EQ(f.sim.GetRect(w)->right, 2147483647);
+}
+
 TEST(MacroFileCommand, AGotoInsideTheCalledFileMovesOnlyInsideIt) {
   PlayFixture f;
   f.sim.AddFile("/kestrelix/Macro/sub.ksx", "goto 3\r\nx\r\nb");
@@ -122,7 +152,7 @@ TEST(ClipboardCommands, PasteTurnsBackslashNIntoALineBreakAndPressesCtrlV) {
   PlayFixture f;
   f.Play({"paste a\\nb"});
   EXPECT_EQ(f.Effects(), (std::vector<std::string>{
-                             R"({"ev":"clipboard","text":"a\u000d\u000ab"})",
+                             R"({"ev":"clipboard","text":"a\r\nb"})",
                              PlayFixture::Keys(R"([17,"down"],[86,"down"],[86,"up"],[17,"up"])"),
                          }));
 }

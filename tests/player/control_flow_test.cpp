@@ -137,6 +137,8 @@ TEST(Goto, OnePastTheEndEndsThePassNormallyAndFurtherFails) {
   f.Play({"goto 3", "a"});
   EXPECT_TRUE(f.Effects("error").empty());
   EXPECT_EQ(f.player.CurrentLine(), 0);
+  f.Play({"goto 4", "a"});  // two past the end
+  EXPECT_EQ(f.Effects("error").size(), 1u);
   f.Play({"goto 9", "a"});
   EXPECT_EQ(f.Effects("error").size(), 1u);
   f.Play({"goto 0", "a"});

@@ -62,6 +62,17 @@ const FormCase kFormCases[] = {
     {"beep x", LineForm::kKeyLine},
     {"capslock", LineForm::kKeyLine},
     {"numlock", LineForm::kKeyLine},
+    // The length limits at their edges: capslock needs 10 characters, numlock 9,
+    // a comment, "@" and "^" two.
+    {"capslock o", LineForm::kCapsLock},
+    {"capslockx", LineForm::kKeyLine},
+    {"numlock o", LineForm::kNumLock},
+    {"numlockx", LineForm::kKeyLine},
+    {"''", LineForm::kComment},
+    {"@x", LineForm::kPasteKeep},
+    {"^x", LineForm::kPasteRestore},
+    {"@", LineForm::kKeyLine},
+    {"00", LineForm::kWait},
     {"w", LineForm::kKeyLine},
     {"enter", LineForm::kKeyLine},
     {"stx", LineForm::kKeyLine},
@@ -120,6 +131,68 @@ TEST(LineForms, BlockConstructsAreRecognisedByTheirOwnTests) {
   EXPECT_EQ(ClassifyBlock("<default>"), BlockForm::kDefault);
   EXPECT_EQ(ClassifyBlock("<default x>"), BlockForm::kNone);
   EXPECT_EQ(ClassifyBlock("beep"), BlockForm::kNone);
+}
+
+}  // namespace
+}  // namespace kx
+
+namespace kx {
+namespace {
+
+struct ArgumentCase {
+  const char* line;  // the substituted line, leading blanks already gone
+  LineForm form;
+  const char* argument;
+};
+
+// Each form's argument: from the key (lower-cased) or from the line (case
+// kept), after the command word, trimmed as the form takes it.
+const ArgumentCase kArgumentCases[] = {
+    {"w Notepad, Title ,500", LineForm::kWindow, "notepad, title ,500"},
+    {"Unlock", LineForm::kLock, "unlock"},
+    {"mf  Sub.ksx ", LineForm::kMacroFile, "sub.ksx"},
+    {"1e3", LineForm::kWait, "1e3"},
+    {"http://Example.com/ ", LineForm::kHttp, "http://Example.com/"},
+    {"move 1,2,3,4", LineForm::kMove, "1,2,3,4"},
+    {"beep", LineForm::kBeep, ""},
+    {"rand  6", LineForm::kRand, "6"},
+    {"<R 3>", LineForm::kPartialLoop, " 3>"},
+    {"' Note ", LineForm::kComment, "Note"},
+    {"copy  Some Text ", LineForm::kCopy, "Some Text "},
+    {"copyAll", LineForm::kCopy, "All"},
+    {"paste  A\\nB", LineForm::kPaste, "A\\nB"},
+    {"@ Kept", LineForm::kPasteKeep, " Kept"},
+    {"^Back", LineForm::kPasteRestore, "Back"},
+    {"delete  Temp", LineForm::kDelete, "temp"},
+    {"keys  Ctrl+C ", LineForm::kKeys, "Ctrl+C"},
+    {"key  Hello ", LineForm::kKey, "Hello"},
+    {"keyboard", LineForm::kKey, "board"},
+    {"goto  12", LineForm::kGoto, "12"},
+    {"msgbox  Hi There ", LineForm::kMsgBox, "Hi There"},
+    {"HKEY_USERS\\X", LineForm::kRegistry, "hkey_users\\x"},
+    {"CapsLock On", LineForm::kCapsLock, "on"},
+    {"NumLock Off", LineForm::kNumLock, "off"},
+    {"MousePos(1,2)", LineForm::kPointer, "(1,2)"},
+    {"mouclpos 3,4", LineForm::kPointer, "3,4"},
+    {"LMouse Down (1,2)", LineForm::kMouseButton, "lmouse down (1,2)"},
+    {"Wheel  -120", LineForm::kWheel, " -120"},
+    {"Enter", LineForm::kKeyLine, "enter"},
+};
+
+TEST(LineForms, TheClassifierCutsEachFormsArgument) {
+  sim::SimSystem sim;
+  for (const auto& c : kArgumentCases) {
+    const ClassifiedLine command = ClassifyLine(c.line, KeyOf(c.line), sim);
+    EXPECT_EQ(command.form, c.form) << c.line;
+    EXPECT_EQ(command.argument, c.argument) << c.line;
+  }
+}
+
+TEST(LineForms, SwitchAndCaseValuesLoseTheirClosingBracket) {
+  EXPECT_EQ(ClassifyBlockLine("<Switch AbC >", "<switch abc >").argument, "AbC");
+  EXPECT_EQ(ClassifyBlockLine("<case x>", "<case x>").argument, "x");
+  EXPECT_EQ(ClassifyBlockLine("<case", "<case").argument, std::nullopt);
+  EXPECT_EQ(ClassifyBlockLine("<default>", "<default>").argument, std::nullopt);
 }
 
 }  // namespace

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "player/player.h"
+#include "sim/play_limits.h"
 #include "sim/sim_system.h"
 #include "sim/sim_view.h"
 
@@ -54,9 +55,7 @@ class PlayFixture {
     return out;
   }
 
-  static std::string Untimed(const sim::TraceEvent& e) {
-    return "{\"ev\":\"" + e.ev + "\"" + (e.fields.empty() ? "" : "," + e.fields) + "}";
-  }
+  static std::string Untimed(const sim::TraceEvent& e) { return e.ToUntimedJson(); }
   static std::string Keys(const std::string& list) {
     return R"({"ev":"keys","keys":[)" + list + "]}";
   }
@@ -67,6 +66,9 @@ class PlayFixture {
   sim::SimSystem sim;
   sim::SimView view{sim};
   Player player{sim.Ports(), view};
+  // The bounds of "kx run --dry": a control-flow fault fails its test
+  // instead of hanging the run.
+  sim::PlayLimiter limiter{sim, view, player};
 };
 
 }  // namespace kx::test

@@ -2,9 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <stdexcept>
 
 #include "player/play_fixture.h"
+#include "player/wait.h"
 
 namespace kx::test {
 namespace {
@@ -49,9 +51,9 @@ TEST(PlayerCycles, CaptionCountsDownTheCyclesAndIsRestored) {
   f.view.SetLoopCount(2);
   f.Play({"beep"});
   std::vector<std::string> captions;
-  for (const auto& e : f.sim.trace().OfKind("caption")) captions.push_back(e.fields);
-  EXPECT_EQ(captions, (std::vector<std::string>{R"("text":"残り2回")", R"("text":"残り1回")",
-                                                R"("text":"Kestrelix")"}));
+  for (const auto& e : f.sim.trace().OfKind("caption"))
+    captions.push_back(e.fields["text"].get<std::string>());
+  EXPECT_EQ(captions, (std::vector<std::string>{"残り2回", "残り1回", "Kestrelix"}));
 }
 
 TEST(PlayerTiming, ThePlayStartsAfterAHundredMilliseconds) {
@@ -99,6 +101,33 @@ TEST(PlayerTiming, ANegativeWaitEndsAtOnce) {
   PlayFixture f;
   f.Play({"beep", "-50", "beep"});
   EXPECT_EQ(f.Times("beep"), (std::vector<std::int64_t>{100, 100}));
+}
+
+TEST(PlayerTiming, AWaitBeyondTheClocksRangeIsCutToTheLongestWait) {
+  PlayFixture f;
+  f.sim.ScheduleHotkey(500, kHotkeyPlay);
+  f.Play({"1e16", "beep"});
+  EXPECT_EQ(f.player.LastEnd(), PlayEnd::kStopped);
+  EXPECT_LE(f.sim.NowMs(), 600);
+  // Unstopped, the bounds of the play end it within a virtual day.
+  f.Play({"1e16", "beep"});
+  EXPECT_TRUE(f.limiter.Reached());
+  EXPECT_TRUE(f.Effects("beep").empty());
+  EXPECT_LE(f.sim.NowMs(), 86'400'000 + 10);
+}
+
+TEST(PlayerTiming, TheLongestWaitIsTwoToTheThirtyFirstMillisecondsLessOne) {
+  EXPECT_EQ(WaitLengthMs(1e16), 2147483647);
+  EXPECT_EQ(WaitLengthMs(2147483646.5), 2147483646);
+  EXPECT_EQ(WaitLengthMs(-50), 0);
+  EXPECT_EQ(BoundedWaitMs(std::nan("")), 0);
+}
+
+TEST(PlayerLimits, AnEndlessPassEndsAtTheLineBound) {
+  PlayFixture f;
+  f.Play({"-1", "goto 1"});
+  EXPECT_TRUE(f.limiter.Reached());
+  EXPECT_EQ(f.player.LastEnd(), PlayEnd::kPaused);  // ended as a stop would, not by the user
 }
 
 TEST(PlayerTiming, WithoutThePerformanceCounterWaitsUseTheMillisecondTimer) {
@@ -236,6 +265,40 @@ TEST(PlayerCycles, AnExceptionOutOfAPlayStillGivesTheWindowBack) {
   EXPECT_THROW(f.player.PlayOrStop(), std::runtime_error);
   EXPECT_FALSE(f.player.Playing());
   EXPECT_FALSE(f.view.playingShown());
+}
+
+}  // namespace
+}  // namespace kx::test
+
+namespace kx::test {
+namespace {
+
+TEST(PlayerBlockedInput, IsToldOncePerPlayAndThePlayGoesOn) {
+  PlayFixture f;
+  f.sim.BlockInput(true);
+  f.Play({"a", "lmouse down", "beep", "b"});
+  EXPECT_EQ(f.Effects("status"),
+            std::vector<std::string>{R"({"ev":"status","text":")" +
+                                     std::string(Player::kInputBlockedMessage) + "\"}"});
+  EXPECT_EQ(f.Effects("error"),
+            std::vector<std::string>{R"({"ev":"error","line":1,"reason":"input-blocked"})"});
+  EXPECT_TRUE(f.Effects("balloon").empty());
+  EXPECT_EQ(f.Effects("beep").size(), 1u);
+  EXPECT_TRUE(f.Effects("keys").empty());
+
+  // The next play tells it again, with a balloon when comments show as balloons.
+  f.player.Options().balloon = true;
+  f.Play({"beep", "lmouse down"});
+  EXPECT_EQ(f.Effects("error"),
+            std::vector<std::string>{R"({"ev":"error","line":2,"reason":"input-blocked"})"});
+  EXPECT_EQ(f.Effects("balloon").size(), 1u);
+}
+
+TEST(PlayerBlockedInput, InputTheSystemTakesIsNotReported) {
+  PlayFixture f;
+  f.Play({"a", "lmouse down", "key abc", "keys ctrl+c"});
+  EXPECT_TRUE(f.Effects("error").empty());
+  EXPECT_TRUE(f.Effects("status").empty());
 }
 
 }  // namespace

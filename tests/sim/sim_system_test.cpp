@@ -56,7 +56,7 @@ TEST(SimSystem, NowAddsTheVirtualClockToTheStartTime) {
 }
 
 TEST(Trace, EscapesTextAsJson) {
-  EXPECT_EQ(JsonString("a\"b\\c\n"), R"("a\"b\\c\u000a")");
+  EXPECT_EQ(JsonString("a\"b\\c\n\x01"), R"("a\"b\\c\n\u0001")");
   EXPECT_EQ(JsonString("日本"), "\"日本\"");
   EXPECT_EQ(JsonString("\xff"), "\"\xEF\xBF\xBD\"");
 }

@@ -57,10 +57,22 @@ INSTANTIATE_TEST_SUITE_P(
         JudgeCase{"UTF-16 text without a mark", Repeat(kUtf16, 5), "UNICODE"},
         JudgeCase{"ISO-2022-JP text", Repeat(kJis, 5), "JIS"},
         JudgeCase{"UTF-7 text", Repeat(kUtf7, 5), "UTF7"},
-        JudgeCase{"an escape wins over a UTF-8 mark",
+        JudgeCase{"a leading UTF-8 mark wins over an escape",
                   B("\xEF\xBB\xBF"
+                    "abc\x1B(B"),
+                  "UTF8"},
+        JudgeCase{"a leading UTF-16 mark wins over an escape",
+                  B("\xFF\xFE"
+                    "a\x00\x1B\x00(\x00B\x00"),
+                  "UNICODE"},
+        JudgeCase{"an escape wins over a UTF-8 mark that does not lead",
+                  B("abc\xEF\xBB\xBF"
                     "abc\x1B$B"),
                   "JIS"},
+        JudgeCase{"an escape at the thousandth byte is seen", Concat(Repeat("a", 999), B("\x1B(B")),
+                  "JIS"},
+        JudgeCase{"an escape at the thousand-and-first byte is not",
+                  Concat(Repeat("a", 1000), B("\x1B(B")), "SJIS"},
         JudgeCase{"an escape anywhere in the window decides",
                   Concat(Repeat(kSjis, 40), B("\x1B$B")), "JIS"},
         JudgeCase{"a UTF-8 mark later in the buffer decides", Concat(B("abc"), B("\xEF\xBB\xBF")),

@@ -11,6 +11,13 @@ constexpr UINT kJapaneseAnsiCodePage = 932;
 INPUT MakeKeyInput(const KeyRecord& key) {
   INPUT in{};
   in.type = INPUT_KEYBOARD;
+  if (key.unicode != 0) {
+    // A character no key of the layout types: the system hands it to the
+    // focused window as VK_PACKET.
+    in.ki.wScan = static_cast<WORD>(key.unicode);
+    in.ki.dwFlags = KEYEVENTF_UNICODE | (key.up ? KEYEVENTF_KEYUP : 0u);
+    return in;
+  }
   in.ki.wVk = key.vk;
   in.ki.wScan = static_cast<WORD>(::MapVirtualKeyA(key.vk, 0));
   // Every key goes out as an extended key, letters and digits too: played
@@ -47,19 +54,19 @@ std::optional<char> AnsiByte(char32_t ch) {
   return bytes[0];
 }
 
-bool Win32Input::Send(std::vector<INPUT>& inputs) {
-  if (inputs.empty()) return false;
-  return ::SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT)) > 0;
+std::size_t Win32Input::Send(std::vector<INPUT>& inputs) {
+  if (inputs.empty()) return 0;
+  return ::SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT));
 }
 
-bool Win32Input::SendKeys(std::span<const KeyRecord> keys) {
+std::size_t Win32Input::SendKeys(std::span<const KeyRecord> keys) {
   std::vector<INPUT> inputs;
   inputs.reserve(keys.size());
   for (const auto& k : keys) inputs.push_back(MakeKeyInput(k));
   return Send(inputs);
 }
 
-bool Win32Input::SendMouse(std::span<const MouseRecord> records) {
+std::size_t Win32Input::SendMouse(std::span<const MouseRecord> records) {
   std::vector<INPUT> inputs;
   inputs.reserve(records.size());
   for (const auto& r : records) inputs.push_back(MakeMouseInput(r));

@@ -18,8 +18,8 @@ std::optional<char> AnsiByte(char32_t ch);
 
 class Win32Input final : public InputPort {
  public:
-  bool SendKeys(std::span<const KeyRecord> keys) override;
-  bool SendMouse(std::span<const MouseRecord> records) override;
+  std::size_t SendKeys(std::span<const KeyRecord> keys) override;
+  std::size_t SendMouse(std::span<const MouseRecord> records) override;
   void Wheel(int delta) override;
   void SetCursorPos(Point screen) override;
   Point GetCursorPos() override;
@@ -28,7 +28,7 @@ class Win32Input final : public InputPort {
   bool IsCharUpper(char32_t ch) override;
 
  private:
-  bool Send(std::vector<INPUT>& inputs);
+  std::size_t Send(std::vector<INPUT>& inputs);
 };
 
 }  // namespace kx::win32

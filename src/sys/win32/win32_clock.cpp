@@ -2,6 +2,7 @@
 
 #include <mmsystem.h>
 
+#include <algorithm>
 #include <cmath>
 
 #include "sys/win32/windows_api.h"
@@ -58,7 +59,10 @@ bool Win32Clock::Arm(double milliseconds) {
   if (!timer_) return false;
   // Relative due times are negative, in units of 100 ns.
   LARGE_INTEGER due{};
-  due.QuadPart = -static_cast<LONGLONG>(std::llround(std::max(milliseconds, 0.0) * 10000.0));
+  // Bounded so that the count of 100 ns units stays far inside 64 bits.
+  constexpr double kLongestArmMs = 2147483647.0;
+  due.QuadPart =
+      -static_cast<LONGLONG>(std::llround(std::clamp(milliseconds, 0.0, kLongestArmMs) * 10000.0));
   if (due.QuadPart == 0) due.QuadPart = -1;
   return ::SetWaitableTimer(timer_.get(), &due, 0, nullptr, nullptr, FALSE) != 0;
 }

@@ -1,0 +1,245 @@
+#include "player/macro_lint.h"
+
+#include <algorithm>
+#include <array>
+
+#include "eval/eval_error.h"
+#include "eval/prepare.h"
+#include "eval/scanner.h"
+#include "input/key_names.h"
+#include "player/macro_line.h"
+#include "util/basic_text.h"
+
+namespace kx {
+
+namespace {
+
+// Words that are a command only when they are the whole line: with more text
+// after them they fall through to the key line.
+using namespace std::string_view_literals;
+constexpr std::array kExactWords = {
+    "beep"sv,      "getclip"sv,  "getloop"sv,   "lock"sv,       "unlock"sv,
+    "<pause>"sv,   "<debug>"sv,  "logoff"sv,    "shutdown"sv,   "standby"sv,
+    "hibernate"sv, "reboot"sv,   "monitoron"sv, "monitoroff"sv, "waitweb"sv,
+    "<default>"sv, "<switch>"sv, "</switch>"sv, "</r>"sv,
+};
+
+// The first word of the lines that hold or release a modifier.
+constexpr std::array kModifierWords = {
+    "shift"sv, "lshift"sv, "rshift"sv, "ctrl"sv, "lctrl"sv, "rctrl"sv,
+    "alt"sv,   "lalt"sv,   "ralt"sv,   "win"sv,  "lwin"sv,  "rwin"sv,
+};
+
+template <size_t N>
+bool IsOneOf(std::string_view word, const std::array<std::string_view, N>& words) {
+  for (auto w : words)
+    if (w == word) return true;
+  return false;
+}
+
+std::string Quoted(std::string_view text) {
+  return "\"" + std::string(text) + "\"";
+}
+
+// Quotes close and parentheses balance outside quoted text.
+bool Balanced(std::string_view text) {
+  int depth = 0;
+  bool quoted = false;
+  for (char c : text) {
+    if (c == '"') quoted = !quoted;
+    if (quoted) continue;
+    if (c == '(') ++depth;
+    if (c == ')' && --depth < 0) return false;
+  }
+  return depth == 0 && !quoted;
+}
+
+class Linter {
+ public:
+  Linter(std::string_view text, const LintContext& context)
+      : lines_(basic::Split(text, "\r\n")), context_(context) {}
+
+  std::vector<LintWarning> Run() {
+    for (size_t i = 0; i < lines_.size(); ++i) {
+      number_ = static_cast<int>(i) + 1;
+      Line(lines_[i]);
+    }
+    for (int open : openLoops_)
+      Warn(open, "<r> without </r>: the block runs once and its loop stays open");
+    for (int open : openSwitches_)
+      Warn(open, "<switch> without </switch>: the rest of the macro belongs to its cases");
+    std::stable_sort(warnings_.begin(), warnings_.end(),
+                     [](const auto& a, const auto& b) { return a.line < b.line; });
+    return std::move(warnings_);
+  }
+
+ private:
+  void Warn(int line, std::string text) { warnings_.push_back({line, std::move(text)}); }
+  void Warn(std::string text) { Warn(number_, std::move(text)); }
+
+  void Line(std::string_view line) {
+    const std::string_view raw = RawLine(line);
+    if (IsAssignment(raw)) {
+      const auto expression = basic::Trim(raw.substr(raw.find('=') + 1));
+      if (!ExpressionParses(expression))
+        Warn("the expression " + Quoted(expression) + " cannot be parsed: the assignment fails");
+      return;
+    }
+    const std::string key = KeyOf(raw);
+    if (key.empty()) return;
+    const ClassifiedBlock block = ClassifyBlockLine(raw, key);
+    if (block.form != BlockForm::kNone) return Block(block.form);
+    const ClassifiedLine command = ClassifyLine(raw, key, context_.files);
+    switch (command.form) {
+      case LineForm::kPartialLoop:
+        return PartialLoop(key);
+      case LineForm::kGoto:
+        return Goto(command.argument);
+      case LineForm::kMacroFile:
+        return MacroFile(command.argument);
+      case LineForm::kKey:
+        return TypedText(command.argument);
+      case LineForm::kKeys:
+        return KeysLine(command.argument);
+      case LineForm::kKeyLine:
+        return KeyLine(key);
+      default:
+        return;
+    }
+  }
+
+  void Block(BlockForm form) {
+    switch (form) {
+      case BlockForm::kSwitch:
+      case BlockForm::kSwitchValue:
+        if (!openSwitches_.empty())
+          Warn(
+              "nested <switch>: when it closes, the rest of the enclosing case runs whether or "
+              "not it matched");
+        openSwitches_.push_back(number_);
+        break;
+      case BlockForm::kEndSwitch:
+        if (openSwitches_.empty())
+          Warn("</switch> without <switch>");
+        else
+          openSwitches_.pop_back();
+        break;
+      case BlockForm::kCase:
+      case BlockForm::kDefault:
+        if (openSwitches_.empty())
+          Warn(std::string(form == BlockForm::kCase ? "<case>" : "<default>") +
+               " outside a <switch> does nothing");
+        break;
+      case BlockForm::kNone:
+        break;
+    }
+  }
+
+  void PartialLoop(std::string_view key) {
+    if (key != "</r>") {
+      openLoops_.push_back(number_);
+    } else if (openLoops_.empty()) {
+      Warn("</r> without <r>");
+    } else {
+      openLoops_.pop_back();
+    }
+  }
+
+  void Goto(std::string_view argument) {
+    const auto target = basic::ToLong(argument);
+    if (!target) return Warn("goto " + Quoted(argument) + " is not a line number: the pass fails");
+    // One past the last line ends the pass normally; further is a failure.
+    const auto lastTarget = static_cast<std::int64_t>(lines_.size()) + 1;
+    if (*target < 1 || *target > lastTarget)
+      Warn("goto " + std::to_string(*target) + " is beyond the end (the macro has " +
+           std::to_string(lines_.size()) + " lines): the pass fails there");
+  }
+
+  void MacroFile(std::string_view name) {
+    FilePort& files = context_.files;
+    if (!name.empty() &&
+        (files.IsFile(name) || files.IsFile(JoinPath(files, context_.macroFolder, name)) ||
+         files.IsFile(JoinPath(files, context_.macroLibrary, name))))
+      return;
+    Warn("mf: no file " + Quoted(name) + " beside the macro or in the Macro folder; the line " +
+         "does nothing");
+  }
+
+  void TypedText(std::string_view text) {
+    std::string untypeable;
+    for (std::string_view rest = text; !rest.empty(); rest = basic::Mid(rest, 2)) {
+      const CharKey key = KeyCodeFromChar(basic::FirstChar(rest), context_.layout);
+      if (key.code < 1 || key.code > 255) untypeable += basic::Left(rest, 1);
+    }
+    if (!untypeable.empty())
+      Warn("key: the Japanese keyboard layout cannot type " + Quoted(untypeable) +
+           "; those characters are skipped");
+  }
+
+  void KeysLine(std::string_view names) {
+    for (const auto& part : basic::Split(basic::LCase(basic::Trim(names)), "+")) {
+      const std::string_view word = basic::Trim(part);
+      const KeyCode code = KeyCodeFromWord(word, context_.layout);
+      if (word.empty() || !IsKeyWord(word) || code < 1 || code > 255)
+        Warn("keys: unknown key name " + Quoted(word) + " is left out of the combination");
+    }
+  }
+
+  void KeyLine(std::string_view key) {
+    // The first line may carry the loop count.
+    if (number_ == 1 && key.starts_with("loop")) return;
+    if (key.size() == 1 && key[0] >= '0' && key[0] <= '9')
+      return Warn(Quoted(key) + " presses the key " + std::string(key) +
+                  ", it is not a wait: a wait needs two characters, e.g. \"0" + std::string(key) +
+                  "\"");
+    const std::string_view first = key.substr(0, key.find(' '));
+    if (first.size() < key.size() && IsOneOf(first, kExactWords))
+      return Warn(Quoted(first) + " takes nothing after it: " + Quoted(key) +
+                  " is not that command but a key line");
+    if (IsKeyWord(key)) {
+      if (KeyCodeFromWord(key, context_.layout) == 0)
+        Warn("unknown key name " + Quoted(key) + ": the line presses nothing");
+      return;
+    }
+    if (first.size() < key.size() && IsOneOf(first, kModifierWords))
+      return Warn("unknown key name " + Quoted(key) + ": a modifier line is \"" +
+                  std::string(first) + " down\" or \"" + std::string(first) + " up\"");
+    Warn(Quoted(key) +
+         " is not a key name: the line is first offered to the shell and may open a program or "
+         "document of that name; otherwise only the key of its first character is pressed");
+  }
+
+  std::vector<std::string> lines_;
+  const LintContext& context_;
+  int number_ = 0;
+  std::vector<int> openLoops_;
+  std::vector<int> openSwitches_;
+  std::vector<LintWarning> warnings_;
+};
+
+}  // namespace
+
+bool ExpressionParses(std::string_view expression) {
+  if (basic::Trim(expression).empty() || !Balanced(expression)) return false;
+  try {
+    const ScanResult scan = Scan(Prepare(expression));
+    if (scan.operands.size() != scan.ops.size() + 1) return false;
+    for (const auto& operand : scan.operands) {
+      const std::string_view o = basic::Trim(operand);
+      if (o.empty() && !scan.ops.empty()) return false;
+      // A parenthesised group is an expression of its own.
+      if (o.size() >= 2 && o.front() == '(' && o.back() == ')' &&
+          !ExpressionParses(o.substr(1, o.size() - 2)))
+        return false;
+    }
+  } catch (const EvalError&) {
+    return false;
+  }
+  return true;
+}
+
+std::vector<LintWarning> LintMacro(std::string_view text, const LintContext& context) {
+  return Linter(text, context).Run();
+}
+
+}  // namespace kx
