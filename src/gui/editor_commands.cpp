@@ -1,6 +1,7 @@
 // Menu commands that write lines into the editor.
 #include "gui/main_controller.h"
 #include "player/macro_line.h"
+#include "player/macro_lint.h"
 #include "util/basic_text.h"
 
 namespace kx::gui {
@@ -74,8 +75,27 @@ void MainController::EmptyRecycleBin() {
   if (answer == MessageResult::kOk) ports_.system.power.Clean(Cleanup::kRecycle);
 }
 
+std::vector<LintWarning> MainController::Lint() {
+  std::string folder = macroFolder_;
+  if (const auto slash = currentPath_.find_last_of("\\/"); slash != std::string::npos)
+    folder = currentPath_.substr(0, slash);
+  const LintContext context{folder, macroFolder_, ports_.system.files, ports_.system.input};
+  return kx::LintMacro(view_.EditorText(), context);
+}
+
+// The warnings in a message box, at most a screenful of them.
 void MainController::LintMacro() {
-  view_.SetStatus("マクロのチェックは次の版で使えるようになります");
+  const std::vector<LintWarning> warnings = Lint();
+  if (warnings.empty()) {
+    view_.SetStatus("マクロに注意の必要な行は見つかりませんでした");
+    return;
+  }
+  constexpr std::size_t kShown = 20;
+  std::string text = std::to_string(warnings.size()) + "件の注意があります。\r\n";
+  for (std::size_t i = 0; i < std::min(warnings.size(), kShown); ++i)
+    text += "\r\n" + std::to_string(warnings[i].line) + "行目: " + warnings[i].text;
+  if (warnings.size() > kShown) text += "\r\n…";
+  ports_.system.dialogs.MessageBox(mainWindow_, text, "マクロのチェック");
 }
 
 }  // namespace kx::gui

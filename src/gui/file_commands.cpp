@@ -36,10 +36,15 @@ void MainController::Open() {
   if (const auto path = view_.AskOpenPath(OpenDialogSpec())) LoadFile(*path);
 }
 
+// A loaded macro is checked at once; the status bar says when it has lines
+// that deserve a look.
 void MainController::LoadFile(const std::string& path) {
   view_.SetEditorText(sReadText(ports_.system.files, path));
   currentPath_ = path;
   UpdateCaption();
+  if (const auto warnings = Lint(); !warnings.empty())
+    view_.SetStatus(std::to_string(warnings.size()) +
+                    "件の注意があります (設定 - マクロのチェック)");
 }
 
 void MainController::SaveAs() {

@@ -18,6 +18,7 @@
 #include "gui/command_table.h"
 #include "gui/gui_ports.h"
 #include "gui/main_view.h"
+#include "player/macro_lint.h"
 #include "player/player.h"
 #include "settings/settings.h"
 
@@ -111,6 +112,7 @@ class MainController final : public PlayerView {
   void DeleteWaits();
   void EmptyRecycleBin();
   void LintMacro();
+  std::vector<LintWarning> Lint();
   // file_commands.cpp
   void Open();
   void SaveAs();

@@ -261,5 +261,22 @@ TEST_F(CommandsTest, HelpItemsOpenTheirFilesBesideTheProgram) {
   EXPECT_TRUE(view.aboutShown);
 }
 
+TEST_F(CommandsTest, TheMacroCheckNamesTrapsAndALoadedMacroIsCheckedAtOnce) {
+  view.SetEditorText("beep\r\n100");
+  controller.OnMenuCommand(ItemId("マクロのチェック"));
+  EXPECT_EQ(view.status, "マクロに注意の必要な行は見つかりませんでした");
+
+  view.SetEditorText("5\r\ngoto 9");
+  controller.OnMenuCommand(ItemId("マクロのチェック"));
+  const std::string box = LastFields("msgbox");
+  EXPECT_NE(box.find("2件の注意があります"), std::string::npos) << box;
+  EXPECT_NE(box.find("1行目: "), std::string::npos) << box;
+  EXPECT_NE(box.find("2行目: "), std::string::npos) << box;
+
+  folders.Add("/kestrelix/Macro/trap.ksx", "beep x");
+  controller.OnTreeOpen("trap.ksx");
+  EXPECT_EQ(view.status, "1件の注意があります (設定 - マクロのチェック)");
+}
+
 }  // namespace
 }  // namespace kx::test

@@ -108,8 +108,7 @@ TEST_F(FilesTest, AFailedSaveKeepsTheOldFileAndTellsTheUser) {
   sim.FailFileWrites(1);
   controller.OnButton(Button::kSave);
   EXPECT_EQ(FileText("/m/a.ksx"), "old");
-  EXPECT_NE(LastFields("msgbox").find("保存できませんでした"),
-            std::string::npos);
+  EXPECT_NE(LastFields("msgbox").find("保存できませんでした"), std::string::npos);
   EXPECT_EQ(view.caption, "Kestrelix");
 }
 
