@@ -8,9 +8,6 @@ namespace kx::gui {
 
 namespace {
 
-constexpr int kMinLoopCount = 1;
-constexpr int kMaxLoopCount = 9999;
-
 // The buttons a play leaves enabled: 再生 stops it.
 constexpr bool EnabledWhilePlaying(Button button) {
   return button == Button::kPlay;
