@@ -84,7 +84,8 @@ void LineRunner::RunForm(LineForm form, std::string_view line, std::string_view 
       RunMacroFile(key);
       break;
     case LineForm::kWait:
-      PumpingWait(basic::RoundHalfEven(*basic::ToDouble(key) * p_.options_.speedFactor));
+      p_.timeline_.Wait(basic::RoundHalfEven(*basic::ToDouble(key) * p_.options_.speedFactor),
+                        p_.playing_);
       break;
     case LineForm::kFile:
       OpenWithShell(key);

@@ -3,7 +3,6 @@
 #include <cmath>
 
 #include "player/line_runner.h"
-#include "player/wait.h"
 #include "util/basic_text.h"
 
 namespace kx {
@@ -18,7 +17,8 @@ constexpr int kReleasedModifiers[] = {17, 16, 18, 91, 92};
 
 }  // namespace
 
-Player::Player(System system, PlayerView& view) : sys_(system), view_(view), input_(system.input) {}
+Player::Player(System system, PlayerView& view)
+    : sys_(system), view_(view), input_(system.input), timeline_(system.clock) {}
 
 void Player::PlayOrStop() {
   if (playing_) {
@@ -57,6 +57,7 @@ void Player::sLoopPlay() {
   sys_.clock.PumpMessages();
   sys_.clock.Sleep(100);
   playing_ = true;
+  timeline_.Restart();
 
   if (cyclesLeft_ < 1) {
     const std::string text = view_.Text();
@@ -124,10 +125,7 @@ void Player::sPlayAll(const std::string& text) {
         // A jump may have moved the index; the next line is read from there.
         if (currentLine_ + 1 < 0) throw ScriptFailure{};
         const std::string next = KeyOf(lines[static_cast<size_t>(currentLine_ + 1)]);
-        if (!IsWaitKey(key) && !IsWaitKey(next)) {
-          sys_.clock.PumpMessages();
-          sys_.clock.Sleep(linePause);
-        }
+        if (!IsWaitKey(key) && !IsWaitKey(next)) timeline_.Pause(linePause);
       }
       if (currentLine_ == INT32_MAX) throw ScriptFailure{};
       ++currentLine_;

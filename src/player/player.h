@@ -11,6 +11,7 @@
 #include "input/input_queue.h"
 #include "player/current_value.h"
 #include "player/player_view.h"
+#include "player/timeline.h"
 #include "sys/system.h"
 
 namespace kx {
@@ -75,6 +76,7 @@ class Player {
   PlayerView& view_;
   PlayerOptions options_;
   InputQueue input_;
+  Timeline timeline_;
   std::function<bool()> rapidFireArmed_;
 
   bool playing_ = false;

@@ -1,0 +1,45 @@
+#include "player/timeline.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "player/wait.h"
+
+namespace kx {
+
+void Timeline::Restart() {
+  if (clock_.HasPerformanceCounter()) deadline_ = clock_.PerformanceCounter();
+}
+
+std::int64_t Timeline::Advance(std::int64_t now, double milliseconds) {
+  // A counter behind the deadline ran backwards: no previous step to keep to.
+  if (now < deadline_ || now - deadline_ > CounterTicks(clock_, kFallenBehindMs)) deadline_ = now;
+  deadline_ += CounterTicks(clock_, std::max(milliseconds, 0.0));
+  return deadline_;
+}
+
+void Timeline::Wait(double milliseconds, const bool& playing) {
+  if (!clock_.HasPerformanceCounter() || milliseconds < 0) {
+    PumpingWait(clock_, milliseconds, playing);
+    return;
+  }
+  const std::int64_t start = clock_.PerformanceCounter();
+  PumpingWaitUntil(clock_, start, Advance(start, milliseconds), playing);
+}
+
+void Timeline::Pause(double milliseconds) {
+  clock_.PumpMessages();
+  if (!clock_.HasPerformanceCounter()) {
+    clock_.Sleep(milliseconds);
+    return;
+  }
+  const std::int64_t start = clock_.PerformanceCounter();
+  const std::int64_t deadline = Advance(start, milliseconds);
+  // A counter that runs backwards ends the pause rather than stretching it.
+  for (std::int64_t now = start; now >= start && now < deadline;
+       now = clock_.PerformanceCounter()) {
+    clock_.Sleep(CounterMilliseconds(clock_, deadline - now));
+  }
+}
+
+}  // namespace kx

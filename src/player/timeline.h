@@ -1,0 +1,43 @@
+#pragma once
+// The pacing of a play: one deadline on the performance counter that every
+// wait line and line pause moves on by its length. A step ends at the
+// previous deadline plus its length, so the time the lines themselves take
+// and the lateness of the timer are absorbed instead of adding up over a
+// long macro. A play that has fallen far behind (a window that was waited
+// for, a message box, a nested macro file, a pause) starts its timeline
+// afresh from now rather than rushing through the waits that follow.
+#include <cstdint>
+
+#include "sys/clock_port.h"
+
+namespace kx {
+
+// How far behind its timeline a play may fall and still catch up.
+inline constexpr double kFallenBehindMs = 20;
+
+class Timeline {
+ public:
+  explicit Timeline(ClockPort& clock) : clock_(clock) {}
+
+  // The timeline starts from now (the start or the resumption of a play).
+  void Restart();
+  // A wait line: pumps messages until the next deadline has passed, and
+  // returns at once when `playing` is cleared.
+  void Wait(double milliseconds, const bool& playing);
+  // The pause between two lines: pumps the message queue once and sleeps
+  // until the next deadline.
+  void Pause(double milliseconds);
+
+  // The present deadline, in ticks of the performance counter.
+  std::int64_t Deadline() const { return deadline_; }
+
+ private:
+  // Moves the deadline on by the given time from the previous one, or from
+  // now when the play has fallen behind; returns the new deadline.
+  std::int64_t Advance(std::int64_t now, double milliseconds);
+
+  ClockPort& clock_;
+  std::int64_t deadline_ = 0;
+};
+
+}  // namespace kx
