@@ -1,6 +1,6 @@
 #include "eval/fold.h"
 
-#include <array>
+#include <vector>
 
 #include "eval/convert.h"
 #include "eval/eval_error.h"
@@ -11,17 +11,23 @@
 namespace kx {
 namespace {
 
+// The fixed array of operand values. Slots come into being empty when first
+// used; the room for all of them is taken at once, so that references to
+// slots stay valid.
 class Slots {
  public:
+  Slots() { values_.reserve(kMaxSlotIndex + 1); }
   Value& At(int index) {
     if (index < 0 || index > kMaxSlotIndex) Fail(EvalErrorCode::kSubscriptOutOfRange);
-    return values_[static_cast<size_t>(index)];
+    const auto i = static_cast<size_t>(index);
+    if (i >= values_.size()) values_.resize(i + 1);
+    return values_[i];
   }
   // A Boolean looks like a used slot, whatever produced it.
   bool Unused(int index) { return !At(index).Is(ValueType::kBoolean); }
 
  private:
-  std::array<Value, kMaxSlotIndex + 1> values_;
+  std::vector<Value> values_;
 };
 
 Value Concatenate(Evaluator& evaluator, const Value& a, const Value& b) {
