@@ -1,5 +1,6 @@
 #include "eval/fold.h"
 
+#include <algorithm>
 #include <vector>
 
 #include "eval/convert.h"
@@ -11,12 +12,13 @@
 namespace kx {
 namespace {
 
-// The fixed array of operand values. Slots come into being empty when first
-// used; the room for all of them is taken at once, so that references to
-// slots stay valid.
+// The fixed array of operand values, made as long as a fold uses it: one slot
+// for each operand and each side of an operator.
 class Slots {
  public:
-  Slots() { values_.reserve(kMaxSlotIndex + 1); }
+  explicit Slots(size_t used) {
+    values_.resize(std::min(used, static_cast<size_t>(kMaxSlotIndex) + 1));
+  }
   Value& At(int index) {
     if (index < 0 || index > kMaxSlotIndex) Fail(EvalErrorCode::kSubscriptOutOfRange);
     const auto i = static_cast<size_t>(index);
@@ -56,7 +58,7 @@ Value Fold(Evaluator& evaluator, const ScanResult& scan) {
   const std::vector<int> order = FoldOrder(scan.ops);
   const int opCount = static_cast<int>(scan.ops.size());
 
-  Slots slots;
+  Slots slots(std::max(scan.operands.size(), scan.ops.size() + 1));
   for (size_t i = 0; i < scan.operands.size(); ++i) {
     const std::string& operand = scan.operands[i];
     Value& slot = slots.At(static_cast<int>(i));

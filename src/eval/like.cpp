@@ -49,7 +49,9 @@ size_t ElementLength(std::string_view pattern) {
 }
 
 bool IsLiteral(std::string_view part) {
-  return part.find_first_of("*?#[") == std::string_view::npos;
+  for (char c : part)
+    if (c == '*' || c == '?' || c == '#' || c == '[') return false;
+  return true;
 }
 
 }  // namespace

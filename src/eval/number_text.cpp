@@ -98,7 +98,9 @@ bool IsDigit(char c) {
 
 std::string FormatGeneral(double x, int significantDigits) {
   if (x == 0 || !std::isfinite(x)) return "0";
-  return (x < 0 ? "-" : "") + Body(x, significantDigits, true);
+  std::string body = Body(x, significantDigits, true);
+  if (x < 0) body.insert(body.begin(), '-');
+  return body;
 }
 
 std::string FormatWithSignPosition(double x, int significantDigits) {

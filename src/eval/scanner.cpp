@@ -156,7 +156,7 @@ class Scanner {
   void Symbol(size_t& i) {
     const std::string_view rest = text_.substr(i);
     for (const auto& op : kSymbolOperators) {
-      if (rest.substr(0, op.text.size()) != op.text) continue;
+      if (rest[0] != op.text[0] || rest.substr(0, op.text.size()) != op.text) continue;
       i += op.text.size() - 1;
       Record(op.code);
       if (op.code == kOpSubtract && expectOperand_) {
