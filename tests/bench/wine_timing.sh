@@ -15,11 +15,12 @@ winpath() { printf 'Z:%s' "${1//\//\\}"; }
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 macro() { local f=$1; shift; python3 -c 'import sys; open(sys.argv[1],"wb").write("\r\n".join(sys.argv[2:]).encode())' "$f" "$@"; }
 
-# Processes whose name matches and that belong to this Wine prefix (other
-# prefixes on the machine may run the same programs).
+# Processes of this Wine prefix by their exact name (other prefixes on the
+# machine may run the same programs); a Windows process is named after its
+# program, cut to 15 characters.
 prefix_pids() {
   local p
-  for p in $(pgrep "$@" || true); do
+  for p in $(pgrep -x "$1" || true); do
     tr '\0' '\n' <"/proc/$p/environ" 2>/dev/null | grep -qx "WINEPREFIX=$WINEPREFIX" && echo "$p"
   done
   return 0
@@ -77,9 +78,9 @@ kx=$!
 sleep 2
 # The Windows process of Kestrelix.exe, as Wine started it, and the Wine
 # server (wineserver64 on Debian) of this prefix.
-kx=$(prefix_pids -n -f 'Kestrelix\.exe' | tail -n1)
+kx=$(prefix_pids 'Kestrelix.exe' | tail -n1)
 [ -n "$kx" ] || { echo "Kestrelix.exe of this prefix not found" >&2; exit 1; }
-server=$(prefix_pids -x 'wineserver(64)?' | head -n1)
+server=$(prefix_pids 'wineserver(64)?' | head -n1)
 [ -n "$server" ] || { echo "the Wine server of this prefix not found" >&2; exit 1; }
 ticks() { awk '{print $14 + $15}' "/proc/$1/stat"; }
 k0=$(ticks "$kx"); s0=$(ticks "$server"); t0=$(date +%s%N)
