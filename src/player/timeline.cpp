@@ -8,14 +8,15 @@
 namespace kx {
 
 void Timeline::Restart() {
-  if (clock_.HasPerformanceCounter()) deadline_ = clock_.PerformanceCounter();
+  if (clock_.HasPerformanceCounter()) mark_ = clock_.PerformanceCounter();
 }
 
 std::int64_t Timeline::Advance(std::int64_t now, double milliseconds) {
-  // A counter behind the deadline ran backwards: no previous step to keep to.
-  if (now < deadline_ || now - deadline_ > CounterTicks(clock_, kFallenBehindMs)) deadline_ = now;
-  deadline_ += CounterTicks(clock_, std::max(milliseconds, 0.0));
-  return deadline_;
+  // A counter behind the timeline ran backwards: no previous step to keep to.
+  if (now < mark_ || now - mark_ > CounterTicks(clock_, kFallenBehindMs)) mark_ = now;
+  const std::int64_t length = CounterTicks(clock_, std::max(milliseconds, 0.0));
+  mark_ += length;
+  return std::max(mark_, now + length - CounterTicks(clock_, kCatchUpPerStepMs));
 }
 
 void Timeline::Wait(double milliseconds, const bool& playing) {

@@ -3,9 +3,11 @@
 // wait line and line pause moves on by its length. A step ends at the
 // previous deadline plus its length, so the time the lines themselves take
 // and the lateness of the timer are absorbed instead of adding up over a
-// long macro. A play that has fallen far behind (a window that was waited
-// for, a message box, a nested macro file, a pause) starts its timeline
-// afresh from now rather than rushing through the waits that follow.
+// long macro. A play that is behind catches up by at most a millisecond a
+// step, so that the time between two lines is never much shorter than the
+// script says; one that has fallen far behind (a window that was waited for,
+// a message box, a nested macro file, a pause) starts its timeline afresh
+// from now rather than rushing through the waits that follow.
 #include <cstdint>
 
 #include "sys/clock_port.h"
@@ -14,6 +16,8 @@ namespace kx {
 
 // How far behind its timeline a play may fall and still catch up.
 inline constexpr double kFallenBehindMs = 20;
+// How much shorter than its length one step may be while catching up.
+inline constexpr double kCatchUpPerStepMs = 1;
 
 class Timeline {
  public:
@@ -28,16 +32,14 @@ class Timeline {
   // until the next deadline.
   void Pause(double milliseconds);
 
-  // The present deadline, in ticks of the performance counter.
-  std::int64_t Deadline() const { return deadline_; }
-
  private:
-  // Moves the deadline on by the given time from the previous one, or from
-  // now when the play has fallen behind; returns the new deadline.
+  // Moves the timeline on by the given time (from now when the play has
+  // fallen far behind) and returns the deadline of the step: the timeline,
+  // or a little later while the play is catching up.
   std::int64_t Advance(std::int64_t now, double milliseconds);
 
   ClockPort& clock_;
-  std::int64_t deadline_ = 0;
+  std::int64_t mark_ = 0;  // where the play should be, in counter ticks
 };
 
 }  // namespace kx
