@@ -8,15 +8,18 @@
 namespace kx {
 
 void Timeline::Restart() {
-  if (clock_.HasPerformanceCounter()) mark_ = clock_.PerformanceCounter();
+  if (clock_.HasPerformanceCounter()) mark_ = last_ = clock_.PerformanceCounter();
 }
 
 std::int64_t Timeline::Advance(std::int64_t now, double milliseconds) {
-  // A counter behind the timeline ran backwards: no previous step to keep to.
-  if (now < mark_ || now - mark_ > CounterTicks(clock_, kFallenBehindMs)) mark_ = now;
+  // Before the last deadline the counter ran backwards; far past it, a line
+  // took long (a message box, a window that was waited for). Either way
+  // there is no timeline to keep to.
+  if (now < last_ || now - last_ > CounterTicks(clock_, kFallenBehindMs)) mark_ = now;
   const std::int64_t length = CounterTicks(clock_, std::max(milliseconds, 0.0));
   mark_ += length;
-  return std::max(mark_, now + length - CounterTicks(clock_, kCatchUpPerStepMs));
+  last_ = std::max(mark_, now + length - CounterTicks(clock_, kCatchUpPerStepMs));
+  return last_;
 }
 
 void Timeline::Wait(double milliseconds, const bool& playing) {

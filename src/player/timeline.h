@@ -1,20 +1,21 @@
 #pragma once
-// The pacing of a play: one deadline on the performance counter that every
+// The pacing of a play: one timeline on the performance counter that every
 // wait line and line pause moves on by its length. A step ends at the
-// previous deadline plus its length, so the time the lines themselves take
-// and the lateness of the timer are absorbed instead of adding up over a
-// long macro. A play that is behind catches up by at most a millisecond a
-// step, so that the time between two lines is never much shorter than the
-// script says; one that has fallen far behind (a window that was waited for,
-// a message box, a nested macro file, a pause) starts its timeline afresh
-// from now rather than rushing through the waits that follow.
+// previous point of the timeline plus its length, so the time the lines
+// themselves take and the lateness of the timer are absorbed instead of
+// adding up over a long macro. A play that is behind catches up by at most a
+// millisecond a step, so that the time between two lines is never much
+// shorter than the script says. A line that overran its step by far (a
+// window that was waited for, a message box, a nested macro file) starts the
+// timeline afresh from now rather than rushing through the waits that
+// follow, and so does the start or resumption of a play.
 #include <cstdint>
 
 #include "sys/clock_port.h"
 
 namespace kx {
 
-// How far behind its timeline a play may fall and still catch up.
+// How far one line may overrun its step and the play still catch up.
 inline constexpr double kFallenBehindMs = 20;
 // How much shorter than its length one step may be while catching up.
 inline constexpr double kCatchUpPerStepMs = 1;
@@ -33,13 +34,14 @@ class Timeline {
   void Pause(double milliseconds);
 
  private:
-  // Moves the timeline on by the given time (from now when the play has
-  // fallen far behind) and returns the deadline of the step: the timeline,
-  // or a little later while the play is catching up.
+  // Moves the timeline on by the given time (from now when the last line
+  // overran by far) and returns the deadline of the step: the timeline, or
+  // a little later while the play is catching up.
   std::int64_t Advance(std::int64_t now, double milliseconds);
 
   ClockPort& clock_;
   std::int64_t mark_ = 0;  // where the play should be, in counter ticks
+  std::int64_t last_ = 0;  // the deadline of the last step
 };
 
 }  // namespace kx

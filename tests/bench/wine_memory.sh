@@ -18,15 +18,7 @@ trap 'kill "${pids[@]}" 2>/dev/null || true; rm -rf "$out"' EXIT
 
 x86_64-w64-mingw32-gcc -O2 -s -mwindows "$here/empty_window.c" -o "$out/empty_window.exe"
 
-# The Windows processes of this Wine prefix running the named program (the
-# kernel keeps 15 characters of a process name).
-prefix_pids() {
-  local p name=$1
-  for p in $(pgrep -x "${name:0:15}" || true); do
-    tr '\0' '\n' <"/proc/$p/environ" 2>/dev/null | grep -qx "WINEPREFIX=$WINEPREFIX" && echo "$p"
-  done
-  return 0
-}
+. "$here/wine_procs.sh"
 
 measure() {  # label, window title, exe, args...
   local label=$1 name=$2 exe=$3

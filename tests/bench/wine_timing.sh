@@ -15,16 +15,7 @@ winpath() { printf 'Z:%s' "${1//\//\\}"; }
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 macro() { local f=$1; shift; python3 -c 'import sys; open(sys.argv[1],"wb").write("\r\n".join(sys.argv[2:]).encode())' "$f" "$@"; }
 
-# Processes of this Wine prefix by their exact name (other prefixes on the
-# machine may run the same programs); a Windows process is named after its
-# program, cut to 15 characters.
-prefix_pids() {
-  local p
-  for p in $(pgrep -x "$1" || true); do
-    tr '\0' '\n' <"/proc/$p/environ" 2>/dev/null | grep -qx "WINEPREFIX=$WINEPREFIX" && echo "$p"
-  done
-  return 0
-}
+. "$here/wine_procs.sh"
 
 wine "$BIN/kx_target.exe" "$(winpath "$OUT/target.log")" >/dev/null 2>&1 &
 target=$!

@@ -103,6 +103,18 @@ TEST(Timeline, APlayBehindByUpToTheLimitCatchesUpAMillisecondAStep) {
   EXPECT_NEAR(s.clock.ElapsedMs(s.startUs), 8 + 30 * 8, 0.5);
 }
 
+TEST(Timeline, ASlowPatchOfManyStepsIsMadeUpAfterwards) {
+  TimelineSetup s;
+  // Sixty steps each 1.5 ms late: more than one step may make up, and more
+  // than the limit in all, but no single line overran by far.
+  s.clock.lateUs = 1500;
+  for (int i = 0; i < 60; ++i) s.timeline.Pause(8);
+  EXPECT_GT(s.clock.ElapsedMs(s.startUs), 60 * 8 + kFallenBehindMs);
+  s.clock.lateUs = 0;
+  for (int i = 0; i < 60; ++i) s.timeline.Pause(8);
+  EXPECT_NEAR(s.clock.ElapsedMs(s.startUs), 120 * 8, 0.5);
+}
+
 TEST(Timeline, APlayFarBehindStartsItsTimelineAfreshInsteadOfRushing) {
   TimelineSetup s;
   s.timeline.Wait(8, s.playing);
