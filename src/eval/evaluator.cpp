@@ -75,7 +75,8 @@ Value Evaluator::SingleOperand(const std::string& operand, std::string_view prep
   if (Like(operand, "\"*\"")) return Value::String(Unquote(operand));
   if (Like(operand, "(*)")) return Eval(std::string_view(operand).substr(1, operand.size() - 2));
   if (Like(prepared, "-*")) return Negate(Eval(prepared.substr(1)));
-  if (Like(basic::UCase(prepared), "NOT*")) return Not(Eval(prepared.substr(3)));
+  // Only the first three characters can spell the word.
+  if (Like(basic::UCase(prepared.substr(0, 3)), "NOT*")) return Not(Eval(prepared.substr(3)));
   return Ffc(*this, prepared);
 }
 

@@ -1,6 +1,7 @@
 #include "eval/fold.h"
 
-#include <array>
+#include <algorithm>
+#include <vector>
 
 #include "eval/convert.h"
 #include "eval/eval_error.h"
@@ -11,17 +12,24 @@
 namespace kx {
 namespace {
 
+// The fixed array of operand values, made as long as a fold uses it: one slot
+// for each operand and each side of an operator.
 class Slots {
  public:
+  explicit Slots(size_t used) {
+    values_.resize(std::min(used, static_cast<size_t>(kMaxSlotIndex) + 1));
+  }
   Value& At(int index) {
     if (index < 0 || index > kMaxSlotIndex) Fail(EvalErrorCode::kSubscriptOutOfRange);
-    return values_[static_cast<size_t>(index)];
+    const auto i = static_cast<size_t>(index);
+    if (i >= values_.size()) values_.resize(i + 1);
+    return values_[i];
   }
   // A Boolean looks like a used slot, whatever produced it.
   bool Unused(int index) { return !At(index).Is(ValueType::kBoolean); }
 
  private:
-  std::array<Value, kMaxSlotIndex + 1> values_;
+  std::vector<Value> values_;
 };
 
 Value Concatenate(Evaluator& evaluator, const Value& a, const Value& b) {
@@ -50,7 +58,7 @@ Value Fold(Evaluator& evaluator, const ScanResult& scan) {
   const std::vector<int> order = FoldOrder(scan.ops);
   const int opCount = static_cast<int>(scan.ops.size());
 
-  Slots slots;
+  Slots slots(std::max(scan.operands.size(), scan.ops.size() + 1));
   for (size_t i = 0; i < scan.operands.size(); ++i) {
     const std::string& operand = scan.operands[i];
     Value& slot = slots.At(static_cast<int>(i));

@@ -1,9 +1,13 @@
 #include "eval/number_text.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
+#include <limits>
+#include <string_view>
 
 namespace kx {
 namespace {
@@ -11,32 +15,62 @@ namespace {
 // The significant digits of |x| (trailing zeros removed) and the decimal
 // exponent of the first one.
 struct Digits {
-  std::string digits;
+  // A double has at most 17 significant digits; the buffer also holds the
+  // scientific text they are read from.
+  char digit[32] = {};
+  int count = 0;
   int exponent = 0;
+
+  std::string_view View() const { return {digit, static_cast<size_t>(count)}; }
 };
 
+// Reads "d.ddde±xx" as written by std::to_chars into digits and exponent.
+void ReadScientific(const char* first, const char* last, Digits& d) {
+  d.count = 0;
+  const char* p = first;
+  for (; p != last && *p != 'e'; ++p)
+    if (*p != '.') d.digit[d.count++] = *p;
+  int exponent = 0;
+  if (p != last) std::from_chars(p + (p[1] == '+' ? 2 : 1), last, exponent);
+  d.exponent = exponent;
+  while (d.count > 1 && d.digit[d.count - 1] == '0') --d.count;
+}
+
+// |x| rounded to the given number of significant digits, as "%.*e" rounds:
+// the shortest text that reads back as x is that rounding whenever it has no
+// more digits than asked for (a double's precision is finer than the step
+// of 15 decimal digits, subnormal numbers aside); others are rounded exactly.
 Digits Decompose(double x, int significant) {
-  char buf[64];
-  std::snprintf(buf, sizeof buf, "%.*e", significant - 1, std::fabs(x));
   Digits d;
-  const char* p = buf;
-  for (; *p && *p != 'e'; ++p)
-    if (*p >= '0' && *p <= '9') d.digits.push_back(*p);
-  if (*p == 'e') d.exponent = std::atoi(p + 1);
-  while (d.digits.size() > 1 && d.digits.back() == '0') d.digits.pop_back();
+  char buf[64];
+  const double magnitude = std::fabs(x);
+  std::to_chars_result r{};
+  if (magnitude >= std::numeric_limits<double>::min()) {
+    r = std::to_chars(buf, buf + sizeof buf, magnitude, std::chars_format::scientific);
+    ReadScientific(buf, r.ptr, d);
+    if (d.count <= significant) return d;
+  }
+  r = std::to_chars(buf, buf + sizeof buf, magnitude, std::chars_format::scientific,
+                    significant - 1);
+  ReadScientific(buf, r.ptr, d);
   return d;
 }
 
 std::string PlainFromDigits(const Digits& d, bool leadingZero) {
   std::string out;
-  const int n = static_cast<int>(d.digits.size());
+  const int n = d.count;
   if (d.exponent >= 0) {
-    for (int i = 0; i <= d.exponent; ++i)
-      out.push_back(i < n ? d.digits[static_cast<size_t>(i)] : '0');
-    if (n > d.exponent + 1) out += "." + d.digits.substr(static_cast<size_t>(d.exponent + 1));
+    out.reserve(static_cast<size_t>(std::max(n, d.exponent + 1) + 1));
+    for (int i = 0; i <= d.exponent; ++i) out.push_back(i < n ? d.digit[i] : '0');
+    if (n > d.exponent + 1) {
+      out.push_back('.');
+      out.append(d.View().substr(static_cast<size_t>(d.exponent + 1)));
+    }
   } else {
     if (leadingZero) out.push_back('0');
-    out += "." + std::string(static_cast<size_t>(-d.exponent - 1), '0') + d.digits;
+    out.push_back('.');
+    out.append(static_cast<size_t>(-d.exponent - 1), '0');
+    out.append(d.View());
   }
   return out;
 }
@@ -44,8 +78,11 @@ std::string PlainFromDigits(const Digits& d, bool leadingZero) {
 std::string Body(double x, int significant, bool leadingZero) {
   const Digits d = Decompose(x, significant);
   if (d.exponent < -4 || d.exponent >= significant) {
-    std::string out(1, d.digits[0]);
-    if (d.digits.size() > 1) out += "." + d.digits.substr(1);
+    std::string out(1, d.digit[0]);
+    if (d.count > 1) {
+      out.push_back('.');
+      out.append(d.View().substr(1));
+    }
     char exp[16];
     std::snprintf(exp, sizeof exp, "E%c%02d", d.exponent < 0 ? '-' : '+', std::abs(d.exponent));
     return out + exp;
@@ -61,7 +98,9 @@ bool IsDigit(char c) {
 
 std::string FormatGeneral(double x, int significantDigits) {
   if (x == 0 || !std::isfinite(x)) return "0";
-  return (x < 0 ? "-" : "") + Body(x, significantDigits, true);
+  std::string body = Body(x, significantDigits, true);
+  if (x < 0) body.insert(body.begin(), '-');
+  return body;
 }
 
 std::string FormatWithSignPosition(double x, int significantDigits) {
@@ -76,24 +115,25 @@ std::string FormatPlainDecimals(double x, int significantDigits) {
   // Digit i stands for 10^(exponent - i); keep those down to 10^-57 and
   // round at the first one dropped.
   const int keep = d.exponent + kDecimals + 1;
-  if (keep < static_cast<int>(d.digits.size())) {
-    const bool up = keep >= 0 && d.digits[static_cast<size_t>(keep)] >= '5';
-    d.digits.resize(static_cast<size_t>(std::max(keep, 0)));
+  if (keep < d.count) {
+    const bool up = keep >= 0 && d.digit[keep] >= '5';
+    d.count = std::max(keep, 0);
     if (up) {
       int i = keep - 1;
-      for (; i >= 0 && d.digits[static_cast<size_t>(i)] == '9'; --i)
-        d.digits[static_cast<size_t>(i)] = '0';
+      for (; i >= 0 && d.digit[i] == '9'; --i) d.digit[i] = '0';
       if (i >= 0) {
-        ++d.digits[static_cast<size_t>(i)];
+        ++d.digit[i];
       } else {
-        d.digits.insert(d.digits.begin(), '1');
+        std::memmove(d.digit + 1, d.digit, static_cast<size_t>(d.count));
+        d.digit[0] = '1';
+        ++d.count;
         ++d.exponent;
       }
     }
-    while (!d.digits.empty() && d.digits.back() == '0') d.digits.pop_back();
+    while (d.count > 0 && d.digit[d.count - 1] == '0') --d.count;
   }
   const std::string sign = x < 0 ? "-" : "";
-  if (d.digits.empty()) return sign + "0.";
+  if (d.count == 0) return sign + "0.";
   std::string plain = PlainFromDigits(d, true);
   if (plain.find('.') == std::string::npos) plain += ".";
   return sign + plain;

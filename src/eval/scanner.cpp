@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bitset>
 
 #include "eval/eval_error.h"
 #include "eval/like.h"
@@ -140,7 +141,9 @@ class Scanner {
     expectOperand_ = false;
     const std::string_view recent(lookback_.data(), lookback_.size());
     for (const auto& word : kWordOperators) {
-      if (!Like(recent, word.lookbackPattern)) continue;
+      // Each pattern starts with the last letter of its word: most letters
+      // end no word, and need no match.
+      if (recent[0] != word.lookbackPattern[0] || !Like(recent, word.lookbackPattern)) continue;
       std::string& operand = Current();
       operand.resize(operand.size() - std::min(operand.size(), static_cast<size_t>(word.letters)));
       NewOperand();
@@ -153,7 +156,7 @@ class Scanner {
   void Symbol(size_t& i) {
     const std::string_view rest = text_.substr(i);
     for (const auto& op : kSymbolOperators) {
-      if (rest.substr(0, op.text.size()) != op.text) continue;
+      if (rest[0] != op.text[0] || rest.substr(0, op.text.size()) != op.text) continue;
       i += op.text.size() - 1;
       Record(op.code);
       if (op.code == kOpSubtract && expectOperand_) {
@@ -171,7 +174,7 @@ class Scanner {
   std::string_view text_;
   ScanResult result_;
   int depth_ = 0;
-  std::array<bool, kMaxDepthIndex + 1> marks_{};
+  std::bitset<kMaxDepthIndex + 1> marks_;
   std::array<char, 4> lookback_{'$', '$', '$', '$'};
   bool expectOperand_ = true;
 };

@@ -85,7 +85,8 @@ void LineRunner::RunForm(const ClassifiedLine& command, std::string_view key) {
       RunMacroFile(argument);
       break;
     case LineForm::kWait:
-      PumpingWait(basic::RoundHalfEven(*basic::ToDouble(argument) * p_.options_.speedFactor));
+      p_.timeline_.Wait(basic::RoundHalfEven(*basic::ToDouble(argument) * p_.options_.speedFactor),
+                        p_.playing_);
       break;
     case LineForm::kFile:
     case LineForm::kHttp:

@@ -4,7 +4,6 @@
 
 #include "input/key_codes.h"
 #include "player/line_runner.h"
-#include "player/wait.h"
 #include "util/basic_text.h"
 #include "util/scope_exit.h"
 
@@ -20,7 +19,8 @@ constexpr int kReleasedModifiers[] = {kVkControl, kVkShift, kVkMenu, kVkLeftWin,
 
 }  // namespace
 
-Player::Player(System system, PlayerView& view) : sys_(system), view_(view), input_(system.input) {}
+Player::Player(System system, PlayerView& view)
+    : sys_(system), view_(view), input_(system.input), timeline_(system.clock) {}
 
 void Player::PlayOrStop() {
   if (playing_) {
@@ -69,6 +69,7 @@ void Player::sLoopPlay() {
   sys_.clock.PumpMessages();
   sys_.clock.Sleep(100);
   playing_ = true;
+  timeline_.Restart();
 
   if (cyclesLeft_ < 1) {
     const std::string text = view_.Text();
@@ -146,10 +147,7 @@ void Player::sPlayAll(const std::string& text) {
         // A jump may have moved the index; the next line is read from there.
         if (currentLine_ + 1 < 0) throw ScriptFailure{};
         const std::string next = KeyOf(lines[static_cast<size_t>(currentLine_ + 1)]);
-        if (!IsWaitKey(key) && !IsWaitKey(next)) {
-          sys_.clock.PumpMessages();
-          sys_.clock.Sleep(linePause);
-        }
+        if (!IsWaitKey(key) && !IsWaitKey(next)) timeline_.Pause(linePause);
       }
       if (currentLine_ == INT32_MAX) throw ScriptFailure{};
       ++currentLine_;

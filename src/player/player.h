@@ -12,6 +12,7 @@
 #include "input/input_queue.h"
 #include "player/current_value.h"
 #include "player/player_view.h"
+#include "player/timeline.h"
 #include "sys/system.h"
 
 namespace kx {
@@ -84,6 +85,7 @@ class Player {
   PlayerView& view_;
   PlayerOptions options_;
   InputQueue input_;
+  Timeline timeline_;
   std::function<bool()> rapidFireArmed_;
 
   bool playing_ = false;

@@ -1,24 +1,44 @@
 #include "player/wait.h"
 
-#include <cstdint>
+#include <cmath>
 
 namespace kx {
+
+std::int64_t CounterTicks(ClockPort& clock, double milliseconds) {
+  return std::llround(milliseconds * static_cast<double>(clock.PerformanceFrequency()) / 1000.0);
+}
+
+double CounterMilliseconds(ClockPort& clock, std::int64_t ticks) {
+  return static_cast<double>(ticks) / static_cast<double>(clock.PerformanceFrequency()) * 1000.0;
+}
+
+void PumpingWaitUntil(ClockPort& clock, std::int64_t start, std::int64_t deadline,
+                      const bool& playing) {
+  for (;;) {
+    clock.PumpMessages();
+    if (!playing) return;
+    const std::int64_t now = clock.PerformanceCounter();
+    // A counter that appears to run backwards restarts the measure from 0.
+    if (now < start) {
+      deadline -= start;
+      start = 0;
+    }
+    if (now > deadline) return;
+    clock.WaitForMessageOrTimeout(CounterMilliseconds(clock, deadline - now));
+  }
+}
 
 void PumpingWait(ClockPort& clock, double milliseconds, const bool& playing) {
   milliseconds = BoundedWaitMs(milliseconds);
   if (clock.HasPerformanceCounter()) {
-    const double frequency = static_cast<double>(clock.PerformanceFrequency());
-    std::int64_t start = clock.PerformanceCounter();
-    for (;;) {
+    if (milliseconds < 0) {
+      // Already over: the wait only pumps once.
       clock.PumpMessages();
-      if (!playing) return;
-      const std::int64_t now = clock.PerformanceCounter();
-      // A counter that appears to run backwards restarts the measure from 0.
-      if (now < start) start = 0;
-      const double elapsed = static_cast<double>(now - start) / frequency * 1000.0;
-      if (elapsed > milliseconds) return;
-      clock.WaitForMessageOrTimeout(milliseconds - elapsed);
+      return;
     }
+    const std::int64_t start = clock.PerformanceCounter();
+    PumpingWaitUntil(clock, start, start + CounterTicks(clock, milliseconds), playing);
+    return;
   }
   const std::uint32_t start = clock.TickCount();
   for (;;) {

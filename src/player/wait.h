@@ -1,7 +1,7 @@
 #pragma once
-// The player's wait: pumps the message queue each turn so that the stop and
-// pause hotkeys are seen, and ends once the time has passed or the play was
-// stopped.
+// The player's waits: they pump the message queue each turn so that the stop
+// and pause hotkeys are seen, and end once their time has passed or the play
+// was stopped.
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
@@ -28,7 +28,18 @@ inline std::int64_t WaitLengthMs(double value) {
   return static_cast<std::int64_t>(std::nearbyint(std::max(0.0, BoundedWaitMs(value))));
 }
 
-// `playing` is read after every pump; the wait returns as soon as it is false.
+// A wait of its own length from now. `playing` is read after every pump; the
+// wait returns as soon as it is false.
 void PumpingWait(ClockPort& clock, double milliseconds, const bool& playing);
+
+// A wait that ends once the performance counter has passed `deadline`. The
+// counter read at `start` tells a counter that runs backwards: the measure
+// then restarts from zero, as the millisecond wait does.
+void PumpingWaitUntil(ClockPort& clock, std::int64_t start, std::int64_t deadline,
+                      const bool& playing);
+
+// Milliseconds to and from ticks of the performance counter.
+std::int64_t CounterTicks(ClockPort& clock, double milliseconds);
+double CounterMilliseconds(ClockPort& clock, std::int64_t ticks);
 
 }  // namespace kx

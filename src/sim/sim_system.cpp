@@ -247,8 +247,8 @@ void SimSystem::PumpMessages() {
   }
 }
 
-void SimSystem::Sleep(int milliseconds) {
-  if (milliseconds > 0) clockUs_ += static_cast<std::int64_t>(milliseconds) * 1000;
+void SimSystem::Sleep(double milliseconds) {
+  if (milliseconds > 0) clockUs_ += std::llround(milliseconds * 1000);
 }
 
 void SimSystem::WaitForMessageOrTimeout(double milliseconds) {
@@ -345,12 +345,24 @@ std::optional<std::string> SimSystem::RealFilePath(std::string_view path) const 
   if (fs::is_regular_file(p, ec)) return Utf8Of(p);
   // Windows names compare without case: look for the last part in its folder.
   const fs::path folder = p.has_parent_path() ? p.parent_path() : fs::path(".");
-  if (!fs::is_directory(folder, ec)) return std::nullopt;
-  const std::string want = Lower(Utf8Of(p.filename()));
-  for (fs::directory_iterator it(folder, ec), end; !ec && it != end; it.increment(ec))
-    if (Lower(Utf8Of(it->path().filename())) == want && it->is_regular_file(ec))
-      return Utf8Of(it->path());
+  const FolderIndex& index = IndexOf(folder);
+  if (auto it = index.find(Lower(Utf8Of(p.filename()))); it != index.end()) return it->second;
   return std::nullopt;
+}
+
+const SimSystem::FolderIndex& SimSystem::IndexOf(const std::filesystem::path& folder) const {
+  namespace fs = std::filesystem;
+  // A macro looks files up line after line: each folder is listed once, and
+  // the disk, which the simulation never writes, is taken to stay as it was.
+  const std::string key = Utf8Of(folder);
+  if (auto it = folderIndex_.find(key); it != folderIndex_.end()) return it->second;
+  FolderIndex& index = folderIndex_[key];
+  std::error_code ec;
+  if (!fs::is_directory(folder, ec)) return index;
+  for (fs::directory_iterator it(folder, ec), end; !ec && it != end; it.increment(ec))
+    if (it->is_regular_file(ec))
+      index.emplace(Lower(Utf8Of(it->path().filename())), Utf8Of(it->path()));
+  return index;
 }
 
 bool SimSystem::IsFile(std::string_view path) {

@@ -4,11 +4,13 @@
 // really waits). Unit tests and "kx run --dry" play through it.
 #include <cstdint>
 #include <deque>
+#include <filesystem>
 #include <functional>
 #include <map>
 #include <optional>
 #include <set>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 #include "sim/trace.h"
@@ -55,7 +57,10 @@ class SimSystem final : public InputPort,
   // looked up on the disk (read-only), the last part of the path compared
   // without regard to case as on Windows.
   void AddFile(std::string path, std::string contents);
-  void UseRealFiles(bool on) { realFiles_ = on; }
+  void UseRealFiles(bool on) {
+    realFiles_ = on;
+    folderIndex_.clear();
+  }
   // The next n file writes fail and leave the old file, as on a full disk.
   void FailFileWrites(int n) { failingFileWrites_ = n; }
   void SetAppFolder(std::string folder) { appFolder_ = std::move(folder); }
@@ -135,7 +140,7 @@ class SimSystem final : public InputPort,
   std::int64_t PerformanceFrequency() override { return 1'000'000; }
   std::uint32_t TickCount() override { return static_cast<std::uint32_t>(clockUs_ / 1000); }
   void PumpMessages() override;
-  void Sleep(int milliseconds) override;
+  void Sleep(double milliseconds) override;
   void WaitForMessageOrTimeout(double milliseconds) override;
   LocalTime Now() override;
 
@@ -175,7 +180,10 @@ class SimSystem final : public InputPort,
     int id;
   };
   void Record(std::string_view ev, Json fields = Json::object());
+  // Lower-cased names of a folder's files and their paths on the disk.
+  using FolderIndex = std::unordered_map<std::string, std::string>;
   std::optional<std::string> RealFilePath(std::string_view path) const;
+  const FolderIndex& IndexOf(const std::filesystem::path& folder) const;
   std::optional<std::int64_t> NextHotkeyUs() const;
 
   Trace trace_;
@@ -187,6 +195,7 @@ class SimSystem final : public InputPort,
   std::map<std::string, std::string> files_;
   bool realFiles_ = false;
   int failingFileWrites_ = 0;
+  mutable std::map<std::string, FolderIndex> folderIndex_;
   std::string appFolder_ = "/kestrelix";
   std::set<std::string> programs_;
   std::optional<std::string> clipboard_;

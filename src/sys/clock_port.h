@@ -27,7 +27,9 @@ class ClockPort {
   // Dispatches every pending window message once. Hotkeys arrive here and may
   // change the player's flags.
   virtual void PumpMessages() = 0;
-  virtual void Sleep(int milliseconds) = 0;
+  // Blocks for the given time, fractions of a millisecond included, without
+  // waking for messages.
+  virtual void Sleep(double milliseconds) = 0;
   // Blocks until a message is waiting or the given time has passed, whichever
   // comes first: one turn of a wait loop, without burning the processor.
   virtual void WaitForMessageOrTimeout(double milliseconds) = 0;

@@ -5,16 +5,22 @@
 # 8 ms and 100 ms wait lines land from their nominal time, the drift after
 # 1,000 steps, the time from the Play hotkey to the last injected key, and the
 # processor time Kestrelix.exe and the Wine server use during a 10-second wait.
+# Only processes of this Wine prefix are measured, and the Play hotkey comes
+# from a sender started beforehand (x_key_sender.py).
 set -euo pipefail
 BIN=$1
 OUT=${2:-$KX_ROOT/build/bench}
 mkdir -p "$OUT"
 winpath() { printf 'Z:%s' "${1//\//\\}"; }
+here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 macro() { local f=$1; shift; python3 -c 'import sys; open(sys.argv[1],"wb").write("\r\n".join(sys.argv[2:]).encode())' "$f" "$@"; }
+
+. "$here/wine_procs.sh"
 
 wine "$BIN/kx_target.exe" "$(winpath "$OUT/target.log")" >/dev/null 2>&1 &
 target=$!
-trap 'kill $target 2>/dev/null || true' EXIT
+sender=""
+trap 'kill $target ${sender:-} 2>/dev/null || true' EXIT
 for _ in $(seq 300); do grep -q '^ready' "$OUT/target.log" 2>/dev/null && break; sleep 0.1; done
 
 run_series() {  # name, lines...
@@ -40,37 +46,50 @@ run_series wait100 "${w100[@]}"
 # F12 rather than Shift: a held modifier would change the hotkey's chord.
 mapfile -t long < <(repeat 3000 "keys f12")
 macro "$OUT/stop.ksx" "w kxtarget" "${long[@]}"
-before=$(wc -l <"$OUT/target.log")
-wine "$BIN/Kestrelix.exe" "$(winpath "$OUT/stop.ksx")" >/dev/null 2>&1 &
-kx=$!
-sleep 3
-xdotool windowfocus --sync "$(xdotool search --onlyvisible --name '^KxTarget$' | head -n1)"
-pressed=$(date +%s%6N)
-xdotool key Pause
-wait $kx || true
-sleep 0.3
-tail -n +$((before + 1)) "$OUT/target.log" >"$OUT/stop.log"
+coproc SENDER { python3 "$here/x_key_sender.py"; }
+sender=$SENDER_PID
+read -r line <&"${SENDER[0]}"
+[ "$line" = ready ] || { echo "the key sender did not start" >&2; exit 1; }
+# The stop lands anywhere in a line pause: several plays give its spread.
+stops=${KX_STOP_RUNS:-5}
+: >"$OUT/stop.times"
+for run in $(seq "$stops"); do
+  before=$(wc -l <"$OUT/target.log")
+  wine "$BIN/Kestrelix.exe" "$(winpath "$OUT/stop.ksx")" >/dev/null 2>&1 &
+  kx=$!
+  sleep 2.5
+  xdotool windowfocus --sync "$(xdotool search --onlyvisible --name '^KxTarget$' | head -n1)"
+  sleep 0.$((RANDOM % 9 + 1))
+  echo Pause >&"${SENDER[1]}"
+  read -r pressed <&"${SENDER[0]}"
+  wait $kx || true
+  sleep 0.3
+  tail -n +$((before + 1)) "$OUT/target.log" >"$OUT/stop$run.log"
+  echo "$run $pressed" >>"$OUT/stop.times"
+done
 
 # Processor time during a 10-second wait.
 macro "$OUT/cpu.ksx" "w kxtarget" "keys shift" "13000" "keys shift"
 wine "$BIN/Kestrelix.exe" "$(winpath "$OUT/cpu.ksx")" >/dev/null 2>&1 &
 kx=$!
 sleep 2
-# The Windows process of Kestrelix.exe, as Wine started it.
-kx=$(pgrep -n -f 'Kestrelix.exe' || echo $kx)
-server=""
-for p in $(pgrep -x wineserver || true); do
-  tr '\0' '\n' <"/proc/$p/environ" 2>/dev/null | grep -qx "WINEPREFIX=$WINEPREFIX" && server=$p
-done
-ticks() { awk '{print $14 + $15}' "/proc/$1/stat"; }
-k0=$(ticks $kx); s0=$( [ -n "$server" ] && ticks "$server" || echo 0); t0=$(date +%s%N)
+# The Windows process of Kestrelix.exe, as Wine started it, and the Wine
+# server (wineserver64 on Debian) of this prefix.
+kx=$(prefix_pids 'Kestrelix.exe' | tail -n1)
+[ -n "$kx" ] || { echo "Kestrelix.exe of this prefix not found" >&2; exit 1; }
+server=$(prefix_pids 'wineserver(64)?' | head -n1)
+[ -n "$server" ] || { echo "the Wine server of this prefix not found" >&2; exit 1; }
+# Processor time of all threads of a process, in nanoseconds.
+ticks() { cat /proc/"$1"/task/*/schedstat 2>/dev/null | awk '{n += $1} END {print n + 0}'; }
+echo "measuring Kestrelix.exe pid $kx and the Wine server pid $server" >&2
+k0=$(ticks "$kx"); s0=$(ticks "$server"); t0=$(date +%s%N)
 sleep 10
-k1=$(ticks $kx); s1=$( [ -n "$server" ] && ticks "$server" || echo 0); t1=$(date +%s%N)
+k1=$(ticks "$kx"); s1=$(ticks "$server"); t1=$(date +%s%N)
 while kill -0 "$kx" 2>/dev/null; do sleep 0.2; done
 
-python3 - "$OUT" "$pressed" "$((k1 - k0))" "$((s1 - s0))" "$((t1 - t0))" "$(getconf CLK_TCK)" <<'PY'
+python3 - "$OUT" "$((k1 - k0))" "$((s1 - s0))" "$((t1 - t0))" 1000000000 <<'PY'
 import sys, statistics
-out, pressed, kticks, sticks, elapsed_ns, hz = sys.argv[1], int(sys.argv[2]), int(sys.argv[3]), int(sys.argv[4]), int(sys.argv[5]), int(sys.argv[6])
+out, kticks, sticks, elapsed_ns, hz = sys.argv[1], int(sys.argv[2]), int(sys.argv[3]), int(sys.argv[4]), int(sys.argv[5])
 def downs(name, vk="16"):
     ev = []
     for line in open(f"{out}/{name}.log"):
@@ -94,8 +113,14 @@ report("wait100", 100)
 ev = downs("wait8")
 steps = len(ev) - 1
 print(f"drift after {steps} steps of 8 ms: {(ev[-1][0] - ev[0][0]) / 1000 - steps * 8:.1f} ms ({((ev[-1][0] - ev[0][0]) / 1000 - steps * 8) / steps:.3f} ms per step)")
-stop = downs("stop", "123")
-last = max(w for _, w in stop)
-print(f"stop: {len(stop)} chords before the stop; last injected key {(last - pressed) / 1000:.1f} ms after xdotool was started to press Pause")
-print(f"CPU during a 10 s wait: Kestrelix {kticks / hz:.3f} s ({100 * kticks / hz / (elapsed_ns / 1e9):.2f}% of a core), wineserver {sticks / hz:.3f} s ({100 * sticks / hz / (elapsed_ns / 1e9):.2f}%)")
+lat = []
+for line in open(f"{out}/stop.times"):
+    run, pressed = line.split()
+    keys = downs(f"stop{run}", "123")
+    if keys:
+        lat.append((max(w for _, w in keys) - int(pressed)) / 1000)
+lat.sort()
+if lat:
+    print(f"stop: last injected key after the Pause key was pressed, {len(lat)} plays: median {statistics.median(lat):.1f}  max {lat[-1]:.1f}  min {lat[0]:.1f} ms")
+print(f"CPU during a 10 s wait: Kestrelix {kticks / hz * 1000:.1f} ms ({100 * kticks / hz / (elapsed_ns / 1e9):.2f}% of a core), Wine server {sticks / hz * 1000:.1f} ms ({100 * sticks / hz / (elapsed_ns / 1e9):.2f}%)")
 PY

@@ -124,6 +124,24 @@ TEST(Like, MatchesThePatternsTheEvaluatorUses) {
   EXPECT_TRUE(Like("a7", "?#"));
 }
 
+TEST(Like, EdgesOfTheCommonShapes) {
+  // A prefix and a suffix around one "*" cannot share a character.
+  EXPECT_FALSE(Like("\"", "\"*\""));
+  EXPECT_TRUE(Like("\"\"", "\"*\""));
+  EXPECT_TRUE(Like("-", "-*"));
+  EXPECT_FALSE(Like("NO", "NOT*"));
+  EXPECT_TRUE(Like("", "*"));
+  // "*x*" asks for any character matching x.
+  EXPECT_FALSE(Like("", "*[!0-9]*"));
+  EXPECT_TRUE(Like("12.5", "*[!0-9]*"));
+  EXPECT_FALSE(Like("125", "*[!0-9]*"));
+  EXPECT_TRUE(Like("1-", "*[!0-9]*"));
+  EXPECT_TRUE(Like("ab", "*?*"));
+  EXPECT_FALSE(Like("", "*?*"));
+  EXPECT_TRUE(Like("f(1)", "*(*)"));
+  EXPECT_FALSE(Like("f)", "*(*)"));
+}
+
 TEST(Preparation, RewritesSignsGroupsAndLiterals) {
   const std::pair<std::string_view, std::string_view> cases[] = {
       {"-5", "0-5"},  {"((3))", "3"}, {"(1)+(2)", "(1)+(2)"}, {"(-2)", "0-2"}, {"&hff", "255"},

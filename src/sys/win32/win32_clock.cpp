@@ -13,6 +13,13 @@
 
 namespace kx::win32 {
 
+namespace {
+
+// How long before its end a long wait wakes to finish with a short one.
+constexpr double kEarlyWakeMs = 1.5;
+
+}  // namespace
+
 Win32Clock::Win32Clock() {
   LARGE_INTEGER f{};
   if (::QueryPerformanceFrequency(&f) && f.QuadPart > 0) frequency_ = f.QuadPart;
@@ -67,30 +74,63 @@ bool Win32Clock::Arm(double milliseconds) {
   return ::SetWaitableTimer(timer_.get(), &due, 0, nullptr, nullptr, FALSE) != 0;
 }
 
-void Win32Clock::Sleep(int milliseconds) {
+bool Win32Clock::WaitUntil(std::int64_t deadline, bool wakeOnMessage) {
+  for (;;) {
+    const double remaining = static_cast<double>(deadline - PerformanceCounter()) * 1000.0 /
+                             static_cast<double>(frequency_);
+    if (remaining <= 0) return false;
+    // The timer wakes late by more the longer it was set for: a long wait
+    // wakes a little before its end and finishes with a short one.
+    const double step = remaining > 2 * kEarlyWakeMs ? remaining - kEarlyWakeMs : remaining;
+    HANDLE timer = timer_.get();
+    if (Arm(step)) {
+      if (!wakeOnMessage) {
+        ::WaitForSingleObject(timer, INFINITE);
+        continue;
+      }
+      // MWMO_INPUTAVAILABLE also wakes for messages that arrived before the
+      // call and were seen, but not removed, by an earlier peek.
+      const DWORD woke =
+          ::MsgWaitForMultipleObjectsEx(1, &timer, INFINITE, QS_ALLINPUT, MWMO_INPUTAVAILABLE);
+      if (woke != WAIT_OBJECT_0) {
+        ::CancelWaitableTimer(timer);
+        return true;
+      }
+      continue;
+    }
+    const auto ms = static_cast<DWORD>(std::ceil(step));
+    if (!wakeOnMessage) {
+      ::Sleep(ms);
+    } else if (::MsgWaitForMultipleObjectsEx(0, nullptr, ms, QS_ALLINPUT, MWMO_INPUTAVAILABLE) !=
+               WAIT_TIMEOUT) {
+      return true;
+    }
+  }
+}
+
+std::int64_t Win32Clock::DeadlineIn(double milliseconds) {
+  return PerformanceCounter() +
+         std::llround(milliseconds * static_cast<double>(frequency_) / 1000.0);
+}
+
+void Win32Clock::Sleep(double milliseconds) {
   if (milliseconds <= 0) {
     ::Sleep(0);
-    return;
-  }
-  if (Arm(milliseconds)) {
-    ::WaitForSingleObject(timer_.get(), INFINITE);
+  } else if (frequency_ > 0) {
+    WaitUntil(DeadlineIn(milliseconds), false);
   } else {
-    ::Sleep(static_cast<DWORD>(milliseconds));
+    ::Sleep(static_cast<DWORD>(std::ceil(milliseconds)));
   }
 }
 
 void Win32Clock::WaitForMessageOrTimeout(double milliseconds) {
   if (milliseconds <= 0) return;
-  HANDLE timer = timer_.get();
-  if (Arm(milliseconds)) {
-    // MWMO_INPUTAVAILABLE also wakes for messages that arrived before the
-    // call and were seen, but not removed, by an earlier peek.
-    ::MsgWaitForMultipleObjectsEx(1, &timer, INFINITE, QS_ALLINPUT, MWMO_INPUTAVAILABLE);
-    ::CancelWaitableTimer(timer);
-  } else {
-    const auto ms = static_cast<DWORD>(std::ceil(milliseconds));
-    ::MsgWaitForMultipleObjectsEx(0, nullptr, ms, QS_ALLINPUT, MWMO_INPUTAVAILABLE);
+  if (frequency_ > 0) {
+    WaitUntil(DeadlineIn(milliseconds), true);
+    return;
   }
+  const auto ms = static_cast<DWORD>(std::ceil(milliseconds));
+  ::MsgWaitForMultipleObjectsEx(0, nullptr, ms, QS_ALLINPUT, MWMO_INPUTAVAILABLE);
 }
 
 LocalTime Win32Clock::Now() {

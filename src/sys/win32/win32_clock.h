@@ -19,7 +19,7 @@ class Win32Clock final : public ClockPort {
   std::int64_t PerformanceFrequency() override { return frequency_; }
   std::uint32_t TickCount() override;
   void PumpMessages() override;
-  void Sleep(int milliseconds) override;
+  void Sleep(double milliseconds) override;
   void WaitForMessageOrTimeout(double milliseconds) override;
   LocalTime Now() override;
 
@@ -30,6 +30,10 @@ class Win32Clock final : public ClockPort {
  private:
   // Arms the timer to fire the given time from now; false when it cannot.
   bool Arm(double milliseconds);
+  // Blocks until the counter passes the deadline; with `wakeOnMessage`,
+  // returns true as soon as a message is waiting.
+  bool WaitUntil(std::int64_t deadline, bool wakeOnMessage);
+  std::int64_t DeadlineIn(double milliseconds);
 
   std::int64_t frequency_ = 0;
   unique_kernel_handle timer_;

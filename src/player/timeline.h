@@ -1,0 +1,47 @@
+#pragma once
+// The pacing of a play: one timeline on the performance counter that every
+// wait line and line pause moves on by its length. A step ends at the
+// previous point of the timeline plus its length, so the time the lines
+// themselves take and the lateness of the timer are absorbed instead of
+// adding up over a long macro. A play that is behind catches up by at most a
+// millisecond a step, so that the time between two lines is never much
+// shorter than the script says. A line that overran its step by far (a
+// window that was waited for, a message box, a nested macro file) starts the
+// timeline afresh from now rather than rushing through the waits that
+// follow, and so does the start or resumption of a play.
+#include <cstdint>
+
+#include "sys/clock_port.h"
+
+namespace kx {
+
+// How far one line may overrun its step and the play still catch up.
+inline constexpr double kFallenBehindMs = 20;
+// How much shorter than its length one step may be while catching up.
+inline constexpr double kCatchUpPerStepMs = 1;
+
+class Timeline {
+ public:
+  explicit Timeline(ClockPort& clock) : clock_(clock) {}
+
+  // The timeline starts from now (the start or the resumption of a play).
+  void Restart();
+  // A wait line: pumps messages until the next deadline has passed, and
+  // returns at once when `playing` is cleared.
+  void Wait(double milliseconds, const bool& playing);
+  // The pause between two lines: pumps the message queue once and sleeps
+  // until the next deadline.
+  void Pause(double milliseconds);
+
+ private:
+  // Moves the timeline on by the given time (from now when the last line
+  // overran by far) and returns the deadline of the step: the timeline, or
+  // a little later while the play is catching up.
+  std::int64_t Advance(std::int64_t now, double milliseconds);
+
+  ClockPort& clock_;
+  std::int64_t mark_ = 0;  // where the play should be, in counter ticks
+  std::int64_t last_ = 0;  // the deadline of the last step
+};
+
+}  // namespace kx
