@@ -33,10 +33,29 @@ TEST(NumberText, WritesDoublesWithFifteenDigitsAndExponentsAtTheExtremes) {
   for (const auto& [x, text] : cases) EXPECT_EQ(FormatDouble(x), text) << x;
 }
 
+TEST(NumberText, RoundsLongShortestFormsAndSubnormalsAtFifteenDigits) {
+  const std::pair<double, std::string_view> cases[] = {
+      {0.1, "0.1"},
+      {0.1 + 0.7, "0.8"},                 // shortest form 0.7999999999999999
+      {9999999999999995.0, "1E+16"},      // rounds up into the next decade
+      {1e23, "1E+23"},                    // exactly 9.99999999999999916e22
+      {5e-324, "4.94065645841247E-324"},  // the smallest subnormal
+      {2.2250738585072014e-308, "2.2250738585072E-308"},
+      {-123456.7890123456, "-123456.789012346"},
+  };
+  for (const auto& [x, text] : cases) EXPECT_EQ(FormatDouble(x), text) << x;
+  EXPECT_EQ(FormatWithSignPosition(0.1 + 0.7, 15), " .8");
+  EXPECT_EQ(FormatPlainDecimals(0.1 + 0.7, 15), "0.8");
+}
+
 TEST(NumberText, WritesSinglesWithSevenDigits) {
   EXPECT_EQ(FormatSingle(1.0f / 3), "0.3333333");
   EXPECT_EQ(FormatSingle(1.1f), "1.1");
   EXPECT_EQ(FormatSingle(12345678.0f), "1.234568E+07");
+  EXPECT_EQ(FormatSingle(0.1f), "0.1");
+  EXPECT_EQ(FormatSingle(16777217.0f), "1.677722E+07");
+  EXPECT_EQ(FormatSingle(3.4028235e38f), "3.402823E+38");
+  EXPECT_EQ(FormatSingle(1e-45f), "1.401298E-45");
 }
 
 TEST(NumberText, WritesPlainDecimalsForThePatternWithFiftySevenPlaces) {
