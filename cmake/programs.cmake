@@ -30,12 +30,9 @@ foreach(t ${KX_E2E_TESTS})
   set_tests_properties(win64.e2e.${name} PROPERTIES RESOURCE_LOCK kx_wine_e2e TIMEOUT 300)
 endforeach()
 
-# Start-up and memory benchmark: the watcher and the empty program it
-# compares Kestrelix.exe with (tests/bench/startup_memory.sh).
+# Start-up benchmark: the watcher that times a program's first window
+# (tests/bench/startup_memory.sh).
 add_executable(kx_start_watch ${CMAKE_SOURCE_DIR}/tests/bench/win32/start_watch.cpp)
 target_compile_options(kx_start_watch PRIVATE ${KX_WARNINGS})
 target_link_options(kx_start_watch PRIVATE -municode)
 target_link_libraries(kx_start_watch PRIVATE psapi)
-add_executable(kx_empty_window WIN32 ${CMAKE_SOURCE_DIR}/tests/bench/win32/empty_window.cpp)
-target_compile_options(kx_empty_window PRIVATE ${KX_WARNINGS})
-target_link_options(kx_empty_window PRIVATE -municode)

@@ -13,7 +13,7 @@ trap 'rm -rf "$work"' EXIT
 winpath() { printf 'Z:%s' "${1//\//\\}"; }
 mkdir -p "$work/app/Macro"
 cp "$BIN/Kestrelix.exe" "$work/app/"
-cp "$BIN/kx_empty_window.exe" "$work/"
+x86_64-w64-mingw32-gcc -O2 -s -mwindows "$(dirname "$0")/empty_window.c" -o "$work/empty_window.exe"
 
 measure() {  # label class program
   local label=$1 cls=$2 program=$3 times=() line pid linux_kb
@@ -40,7 +40,7 @@ measure() {  # label class program
   echo "$median" >"$work/$label.median"
 }
 
-measure empty KxEmptyWindow "$work/kx_empty_window.exe"
+measure empty KxEmptyWindow "$work/empty_window.exe"
 measure kestrelix KestrelixMainWindow "$work/app/Kestrelix.exe"
 awk -v e="$(cat "$work/empty.median")" -v k="$(cat "$work/kestrelix.median")" \
   'BEGIN { printf "Kestrelix over the empty program: %+.1f ms (ratio %.2f)\n", k - e, k / e }'
