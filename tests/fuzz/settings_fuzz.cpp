@@ -8,9 +8,9 @@
 #include <cstdlib>
 #include <string>
 
-#include "app/ini_store.h"
-#include "app/settings.h"
-#include "app/settings_lists.h"
+#include "settings/ini_store.h"
+#include "settings/settings.h"
+#include "settings/settings_lists.h"
 #include "sim/sim_system.h"
 
 namespace {
