@@ -38,9 +38,9 @@ void MainController::PartialLoop() {
 }
 
 void MainController::InsertFileLine(bool macroCall) {
-  FileDialogSpec spec = OpenDialogSpec();
-  spec.title = macroCall ? "マクロファイルを実行" : "ファイルを開く";
-  const auto path = view_.AskOpenPath(spec);
+  FileDialogRequest request = OpenDialogRequest();
+  request.title = macroCall ? "マクロファイルを実行" : "ファイルを開く";
+  const auto path = view_.AskOpenPath(request);
   if (!path) return;
   view_.InsertAtCaret((macroCall ? "mf " : "") + *path + "\r\n");
 }

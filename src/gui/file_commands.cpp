@@ -10,7 +10,7 @@ constexpr int kLinkageKsx = 8;
 
 }  // namespace
 
-FileDialogSpec MainController::OpenDialogSpec() const {
+FileDialogRequest MainController::OpenDialogRequest() const {
   return {"ファイルを開く",
           {{"全てのファイル(*.*)", "*.*"},
            {"テキストファイル(*.txt)", "*.txt"},
@@ -20,7 +20,7 @@ FileDialogSpec MainController::OpenDialogSpec() const {
 }
 
 // The two lists name the .ksx type differently on purpose.
-FileDialogSpec MainController::SaveDialogSpec() const {
+FileDialogRequest MainController::SaveDialogRequest() const {
   if (settings_.linkage == kLinkageKsx)
     return {"名前を付けて保存",
             {{"Kestrelix マクロファイル(*.ksx)", "*.ksx"}, {"テキストファイル(*.txt)", "*.txt"}},
@@ -33,7 +33,7 @@ FileDialogSpec MainController::SaveDialogSpec() const {
 }
 
 void MainController::Open() {
-  if (const auto path = view_.AskOpenPath(OpenDialogSpec())) LoadFile(*path);
+  if (const auto path = view_.AskOpenPath(OpenDialogRequest())) LoadFile(*path);
 }
 
 // A loaded macro is checked at once; the status bar says when it has lines
@@ -48,7 +48,7 @@ void MainController::LoadFile(const std::string& path) {
 }
 
 void MainController::SaveAs() {
-  const auto path = view_.AskSavePath(SaveDialogSpec());
+  const auto path = view_.AskSavePath(SaveDialogRequest());
   if (!path || !WriteFile(*path)) return;
   currentPath_ = *path;
   UpdateCaption();

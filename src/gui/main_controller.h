@@ -119,8 +119,8 @@ class MainController final : public PlayerView {
   void Save();
   void LoadFile(const std::string& path);
   bool WriteFile(const std::string& path);
-  FileDialogSpec OpenDialogSpec() const;
-  FileDialogSpec SaveDialogSpec() const;
+  FileDialogRequest OpenDialogRequest() const;
+  FileDialogRequest SaveDialogRequest() const;
   void OpenHelpFile(std::string_view name);
   void UpdateCaption();
 

@@ -40,7 +40,7 @@ struct FileFilter {
   std::string pattern;
 };
 
-struct FileDialogSpec {
+struct FileDialogRequest {
   std::string title;
   std::vector<FileFilter> filters;
   std::string defaultExtension;  // without the dot; empty for none
@@ -103,8 +103,8 @@ class MainView {
   virtual void Close() = 0;
 
   // --- dialogs and the shell ---
-  virtual std::optional<std::string> AskOpenPath(const FileDialogSpec& spec) = 0;
-  virtual std::optional<std::string> AskSavePath(const FileDialogSpec& spec) = 0;
+  virtual std::optional<std::string> AskOpenPath(const FileDialogRequest& request) = 0;
+  virtual std::optional<std::string> AskSavePath(const FileDialogRequest& request) = 0;
   virtual std::optional<std::string> AskFolder(std::string_view title) = 0;
   // Starts a program with a command line, in a normal window.
   virtual void RunCommandLine(std::string_view commandLine) = 0;

@@ -49,7 +49,7 @@ class SimMainView final : public gui::MainView {
   bool closed = false;
   bool aboutShown = false;
   std::vector<std::string> commandLines;
-  std::vector<gui::FileDialogSpec> dialogs;  // every file dialog opened
+  std::vector<gui::FileDialogRequest> dialogs;  // every file dialog opened
 
   // --- answers of the dialogs; nothing (Cancel) when the queue is empty ---
   std::deque<std::optional<std::string>> openAnswers;
@@ -119,11 +119,11 @@ class SimMainView final : public gui::MainView {
   void SetTrayIcon(bool on) override { tray = on; }
   void SetPlayingIcon(bool on) override { playingIcon = on; }
   void Close() override { closed = true; }
-  std::optional<std::string> AskOpenPath(const gui::FileDialogSpec& spec) override {
-    return Answer(openAnswers, spec);
+  std::optional<std::string> AskOpenPath(const gui::FileDialogRequest& request) override {
+    return Answer(openAnswers, request);
   }
-  std::optional<std::string> AskSavePath(const gui::FileDialogSpec& spec) override {
-    return Answer(saveAnswers, spec);
+  std::optional<std::string> AskSavePath(const gui::FileDialogRequest& request) override {
+    return Answer(saveAnswers, request);
   }
   std::optional<std::string> AskFolder(std::string_view) override {
     return Answer(folderAnswers, {});
@@ -133,8 +133,8 @@ class SimMainView final : public gui::MainView {
 
  private:
   std::optional<std::string> Answer(std::deque<std::optional<std::string>>& queue,
-                                    const gui::FileDialogSpec& spec) {
-    dialogs.push_back(spec);
+                                    const gui::FileDialogRequest& request) {
+    dialogs.push_back(request);
     if (queue.empty()) return std::nullopt;
     auto answer = queue.front();
     queue.pop_front();

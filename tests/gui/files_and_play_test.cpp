@@ -36,25 +36,25 @@ TEST_F(FilesTest, OpenShowsTheDialogAndReadsAnyEncoding) {
   EXPECT_EQ(view.text, "日本");
   EXPECT_EQ(view.caption, "Kestrelix - sjis.txt");
 
-  const gui::FileDialogSpec& spec = view.dialogs.front();
-  EXPECT_EQ(spec.title, "ファイルを開く");
-  ASSERT_EQ(spec.filters.size(), 3u);
-  EXPECT_EQ(spec.filters[0].description, "全てのファイル(*.*)");
-  EXPECT_EQ(spec.filters[0].pattern, "*.*");
-  EXPECT_EQ(spec.filters[1].description, "テキストファイル(*.txt)");
-  EXPECT_EQ(spec.filters[2].description, "Kestrelixファイル(*.ksx)");
-  EXPECT_EQ(spec.folder, "/kestrelix/Macro");
+  const gui::FileDialogRequest& request = view.dialogs.front();
+  EXPECT_EQ(request.title, "ファイルを開く");
+  ASSERT_EQ(request.filters.size(), 3u);
+  EXPECT_EQ(request.filters[0].description, "全てのファイル(*.*)");
+  EXPECT_EQ(request.filters[0].pattern, "*.*");
+  EXPECT_EQ(request.filters[1].description, "テキストファイル(*.txt)");
+  EXPECT_EQ(request.filters[2].description, "Kestrelixファイル(*.ksx)");
+  EXPECT_EQ(request.folder, "/kestrelix/Macro");
 }
 
 TEST_F(FilesTest, SaveAsFiltersAndExtensionFollowLinkage) {
   Start();
   view.saveAnswers = {std::nullopt};
   controller.OnButton(Button::kSave);
-  gui::FileDialogSpec spec = view.dialogs.back();
-  EXPECT_EQ(spec.title, "名前を付けて保存");
-  EXPECT_EQ(spec.defaultExtension, "txt");
-  EXPECT_EQ(spec.filters.at(0).description, "テキストファイル(*.txt)");
-  EXPECT_EQ(spec.filters.at(1).description, "Kestrelixファイル(*.ksx)");
+  gui::FileDialogRequest request = view.dialogs.back();
+  EXPECT_EQ(request.title, "名前を付けて保存");
+  EXPECT_EQ(request.defaultExtension, "txt");
+  EXPECT_EQ(request.filters.at(0).description, "テキストファイル(*.txt)");
+  EXPECT_EQ(request.filters.at(1).description, "Kestrelixファイル(*.ksx)");
   EXPECT_EQ(view.caption, "Kestrelix");  // cancelled: nothing saved
 
   WriteIni("Linkage=8\r\n");
@@ -62,11 +62,11 @@ TEST_F(FilesTest, SaveAsFiltersAndExtensionFollowLinkage) {
   other.sim.AddFile(kIni, "[Macro]\r\nLinkage=8\r\n");
   other.controller.StartUp();
   other.controller.OnButton(Button::kSave);
-  spec = other.view.dialogs.back();
-  EXPECT_EQ(spec.defaultExtension, "ksx");
-  EXPECT_EQ(spec.filters.at(0).description, "Kestrelix マクロファイル(*.ksx)");
-  EXPECT_EQ(spec.filters.at(0).pattern, "*.ksx");
-  EXPECT_EQ(spec.filters.at(1).description, "テキストファイル(*.txt)");
+  request = other.view.dialogs.back();
+  EXPECT_EQ(request.defaultExtension, "ksx");
+  EXPECT_EQ(request.filters.at(0).description, "Kestrelix マクロファイル(*.ksx)");
+  EXPECT_EQ(request.filters.at(0).pattern, "*.ksx");
+  EXPECT_EQ(request.filters.at(1).description, "テキストファイル(*.txt)");
 }
 
 TEST_F(FilesTest, SaveAsWritesUtf8WithAMarkAndRefreshesCaptionAndTree) {

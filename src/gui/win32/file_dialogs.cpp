@@ -13,9 +13,9 @@ namespace {
 constexpr DWORD kPathBuffer = 32768;
 
 // Descriptions and patterns joined by NUL characters, ending in two.
-std::wstring FilterText(const gui::FileDialogSpec& spec) {
+std::wstring FilterText(const gui::FileDialogRequest& request) {
   std::wstring filter;
-  for (const gui::FileFilter& f : spec.filters) {
+  for (const gui::FileFilter& f : request.filters) {
     filter += Widen(f.description);
     filter += L'\0';
     filter += Widen(f.pattern);
@@ -25,11 +25,11 @@ std::wstring FilterText(const gui::FileDialogSpec& spec) {
   return filter;
 }
 
-std::optional<std::string> Ask(HWND owner, const gui::FileDialogSpec& spec, bool save) {
-  const std::wstring filter = FilterText(spec);
-  const std::wstring title = Widen(spec.title);
-  const std::wstring folder = Widen(spec.folder);
-  const std::wstring extension = Widen(spec.defaultExtension);
+std::optional<std::string> Ask(HWND owner, const gui::FileDialogRequest& request, bool save) {
+  const std::wstring filter = FilterText(request);
+  const std::wstring title = Widen(request.title);
+  const std::wstring folder = Widen(request.folder);
+  const std::wstring extension = Widen(request.defaultExtension);
   std::wstring path(kPathBuffer, L'\0');
   OPENFILENAMEW ofn{};
   ofn.lStructSize = sizeof ofn;
@@ -51,12 +51,12 @@ std::optional<std::string> Ask(HWND owner, const gui::FileDialogSpec& spec, bool
 
 }  // namespace
 
-std::optional<std::string> AskOpenFile(HWND owner, const gui::FileDialogSpec& spec) {
-  return Ask(owner, spec, false);
+std::optional<std::string> AskOpenFile(HWND owner, const gui::FileDialogRequest& request) {
+  return Ask(owner, request, false);
 }
 
-std::optional<std::string> AskSaveFile(HWND owner, const gui::FileDialogSpec& spec) {
-  return Ask(owner, spec, true);
+std::optional<std::string> AskSaveFile(HWND owner, const gui::FileDialogRequest& request) {
+  return Ask(owner, request, true);
 }
 
 std::optional<std::string> AskFolderPath(HWND owner, std::string_view title) {

@@ -1,5 +1,5 @@
 #pragma once
-// The common file dialogs and the folder browser, from a portable spec.
+// The common file dialogs and the folder browser, from a portable request.
 #include <optional>
 #include <string>
 
@@ -8,8 +8,8 @@
 
 namespace kx::win32 {
 
-std::optional<std::string> AskOpenFile(HWND owner, const gui::FileDialogSpec& spec);
-std::optional<std::string> AskSaveFile(HWND owner, const gui::FileDialogSpec& spec);
+std::optional<std::string> AskOpenFile(HWND owner, const gui::FileDialogRequest& request);
+std::optional<std::string> AskSaveFile(HWND owner, const gui::FileDialogRequest& request);
 std::optional<std::string> AskFolderPath(HWND owner, std::string_view title);
 
 }  // namespace kx::win32

@@ -273,12 +273,12 @@ void MainWindow::Close() {
   ::DestroyWindow(hwnd());
 }
 
-std::optional<std::string> MainWindow::AskOpenPath(const gui::FileDialogSpec& spec) {
-  return AskOpenFile(hwnd(), spec);
+std::optional<std::string> MainWindow::AskOpenPath(const gui::FileDialogRequest& request) {
+  return AskOpenFile(hwnd(), request);
 }
 
-std::optional<std::string> MainWindow::AskSavePath(const gui::FileDialogSpec& spec) {
-  return AskSaveFile(hwnd(), spec);
+std::optional<std::string> MainWindow::AskSavePath(const gui::FileDialogRequest& request) {
+  return AskSaveFile(hwnd(), request);
 }
 
 std::optional<std::string> MainWindow::AskFolder(std::string_view title) {

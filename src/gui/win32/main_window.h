@@ -53,8 +53,8 @@ class MainWindow final : public WindowBase, public gui::MainView {
   void SetTrayIcon(bool shown) override;
   void SetPlayingIcon(bool playing) override;
   void Close() override;
-  std::optional<std::string> AskOpenPath(const gui::FileDialogSpec& spec) override;
-  std::optional<std::string> AskSavePath(const gui::FileDialogSpec& spec) override;
+  std::optional<std::string> AskOpenPath(const gui::FileDialogRequest& request) override;
+  std::optional<std::string> AskSavePath(const gui::FileDialogRequest& request) override;
   std::optional<std::string> AskFolder(std::string_view title) override;
   void RunCommandLine(std::string_view commandLine) override;
   void ShowAbout() override;
