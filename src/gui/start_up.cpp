@@ -42,9 +42,12 @@ StartResult MainController::StartUp() {
   player_.Options() = PlayerOptionsFromSettings(settings_);
 
   // The Play hotkey comes first, so that it can stop a command-line macro.
-  if (const HotkeyChord play = PlayHotkeyFromSettings(settings_); play.Registered())
+  if (const HotkeyChord play = PlayHotkeyFromSettings(settings_); play.Registered()) {
     if (ports_.hotkeys.Register(kHotkeyPlay, play.modifiers, play.key))
       registeredHotkeys_.push_back(kHotkeyPlay);
+    else
+      refusedHotkeys_.push_back(kHotkeyPlay);
+  }
   if (ports_.system.clock.HasPerformanceCounter()) {
     if (const auto id = MenuIdFor(Command::kToggleOption, "Time"))
       view_.CheckMenuItem(*id, settings_.time);
@@ -59,8 +62,7 @@ StartResult MainController::StartUp() {
   if (ports_.instance.OtherInstanceRunning()) {
     view_.SetCaption("$");
     ports_.instance.RaiseOtherInstance();
-    for (const int id : registeredHotkeys_) ports_.hotkeys.Unregister(id);
-    registeredHotkeys_.clear();
+    UnregisterHotkeys();
     return StartResult::kSecondInstance;
   }
 
@@ -145,7 +147,6 @@ void MainController::RegisterHotkeys() {
       {kHotkeyRecord, settings_.hotkeyRecMod, settings_.hotkeyRec},
       {kHotkeyPause, settings_.hotkeyStopMod, settings_.hotkeyStop},
   };
-  refusedHotkeys_.clear();
   for (const Global& g : globals) {
     if (g.modifiers == 0 && g.key == 0) continue;
     if (ports_.hotkeys.Register(g.id, g.modifiers, g.key))

@@ -151,9 +151,9 @@ TEST_F(StartUpTest, SecondInstanceRaisesTheFirstAndEnds) {
 }
 
 TEST_F(StartUpTest, RefusedHotkeysAreNamedInTheStatusBar) {
-  hotkeys.refuse = {257};
+  hotkeys.refuse = {257, 258};
   controller.StartUp();
-  EXPECT_EQ(controller.refusedHotkeys(), std::vector<int>{257});
+  EXPECT_EQ(controller.refusedHotkeys(), (std::vector<int>{258, 257}));
   EXPECT_NE(view.status.find("ホットキー"), std::string::npos);
 }
 
