@@ -65,9 +65,10 @@ class Linter {
       Line(lines_[i]);
     }
     for (int open : openLoops_)
-      Warn(open, "<r> without </r>: the block runs once and its loop stays open");
+      Warn(open, "<r> に対応する </r> がありません: ブロックは1回だけ実行され、ループは閉じません");
     for (int open : openSwitches_)
-      Warn(open, "<switch> without </switch>: the rest of the macro belongs to its cases");
+      Warn(open,
+           "<switch> に対応する </switch> がありません: 以降の行はすべてその case に属します");
     std::stable_sort(warnings_.begin(), warnings_.end(),
                      [](const auto& a, const auto& b) { return a.line < b.line; });
     return std::move(warnings_);
@@ -82,7 +83,7 @@ class Linter {
     if (IsAssignment(raw)) {
       const auto expression = basic::Trim(raw.substr(raw.find('=') + 1));
       if (!ExpressionParses(expression))
-        Warn("the expression " + Quoted(expression) + " cannot be parsed: the assignment fails");
+        Warn("式 " + Quoted(expression) + " を解釈できません: 代入は失敗します");
       return;
     }
     const std::string key = KeyOf(raw);
@@ -114,13 +115,13 @@ class Linter {
       case BlockForm::kSwitchValue:
         if (!openSwitches_.empty())
           Warn(
-              "nested <switch>: when it closes, the rest of the enclosing case runs whether or "
-              "not it matched");
+              "入れ子の <switch>: 閉じたあと、外側の case "
+              "は一致したかどうかに関わらず残りが実行されます");
         openSwitches_.push_back(number_);
         break;
       case BlockForm::kEndSwitch:
         if (openSwitches_.empty())
-          Warn("</switch> without <switch>");
+          Warn("</switch> に対応する <switch> がありません");
         else
           openSwitches_.pop_back();
         break;
@@ -128,7 +129,7 @@ class Linter {
       case BlockForm::kDefault:
         if (openSwitches_.empty())
           Warn(std::string(form == BlockForm::kCase ? "<case>" : "<default>") +
-               " outside a <switch> does nothing");
+               " は <switch> の外では何もしません");
         break;
       case BlockForm::kNone:
         break;
@@ -139,7 +140,7 @@ class Linter {
     if (key != "</r>") {
       openLoops_.push_back(number_);
     } else if (openLoops_.empty()) {
-      Warn("</r> without <r>");
+      Warn("</r> に対応する <r> がありません");
     } else {
       openLoops_.pop_back();
     }
@@ -147,12 +148,13 @@ class Linter {
 
   void Goto(std::string_view argument) {
     const auto target = basic::ToLong(argument);
-    if (!target) return Warn("goto " + Quoted(argument) + " is not a line number: the pass fails");
+    if (!target)
+      return Warn("goto " + Quoted(argument) + " は行番号ではありません: 再生はそこで失敗します");
     // One past the last line ends the pass normally; further is a failure.
     const auto lastTarget = static_cast<std::int64_t>(lines_.size()) + 1;
     if (*target < 1 || *target > lastTarget)
-      Warn("goto " + std::to_string(*target) + " is beyond the end (the macro has " +
-           std::to_string(lines_.size()) + " lines): the pass fails there");
+      Warn("goto " + std::to_string(*target) + " はマクロの範囲外です (マクロは" +
+           std::to_string(lines_.size()) + "行): 再生はそこで失敗します");
   }
 
   void MacroFile(std::string_view name) {
@@ -161,8 +163,8 @@ class Linter {
         (files.IsFile(name) || files.IsFile(JoinPath(files, context_.macroFolder, name)) ||
          files.IsFile(JoinPath(files, context_.macroLibrary, name))))
       return;
-    Warn("mf: no file " + Quoted(name) + " beside the macro or in the Macro folder; the line " +
-         "does nothing");
+    Warn("mf: ファイル " + Quoted(name) +
+         " がマクロと同じフォルダにもMacroフォルダにもありません: " + "この行は何もしません");
   }
 
   void TypedText(std::string_view text) {
@@ -172,8 +174,8 @@ class Linter {
       if (key.code < 1 || key.code > 255) untypeable += basic::Left(rest, 1);
     }
     if (!untypeable.empty())
-      Warn("key: the Japanese keyboard layout cannot type " + Quoted(untypeable) +
-           "; those characters are skipped");
+      Warn("key: 日本語キーボード配列では " + Quoted(untypeable) +
+           " を入力できません: これらの文字は飛ばされます");
   }
 
   void KeysLine(std::string_view names) {
@@ -181,7 +183,7 @@ class Linter {
       const std::string_view word = basic::Trim(part);
       const KeyCode code = KeyCodeFromWord(word, context_.layout);
       if (word.empty() || !IsKeyWord(word) || code < 1 || code > 255)
-        Warn("keys: unknown key name " + Quoted(word) + " is left out of the combination");
+        Warn("keys: 不明なキー名 " + Quoted(word) + " は組み合わせから外されます");
     }
   }
 
@@ -189,24 +191,24 @@ class Linter {
     // The first line may carry the loop count.
     if (number_ == 1 && key.starts_with("loop")) return;
     if (key.size() == 1 && key[0] >= '0' && key[0] <= '9')
-      return Warn(Quoted(key) + " presses the key " + std::string(key) +
-                  ", it is not a wait: a wait needs two characters, e.g. \"0" + std::string(key) +
-                  "\"");
+      return Warn(Quoted(key) + " はキー " + std::string(key) +
+                  " を押す行で、待ち時間ではありません: 待ち時間は2文字以上です (例 \"0" +
+                  std::string(key) + "\")");
     const std::string_view first = key.substr(0, key.find(' '));
     if (first.size() < key.size() && IsOneOf(first, kExactWords))
-      return Warn(Quoted(first) + " takes nothing after it: " + Quoted(key) +
-                  " is not that command but a key line");
+      return Warn(Quoted(first) + " の後ろには何も書けません: " + Quoted(key) +
+                  " はその命令ではなくキーの行になります");
     if (IsKeyWord(key)) {
       if (KeyCodeFromWord(key, context_.layout) == 0)
-        Warn("unknown key name " + Quoted(key) + ": the line presses nothing");
+        Warn("不明なキー名 " + Quoted(key) + ": この行は何も押しません");
       return;
     }
     if (first.size() < key.size() && IsOneOf(first, kModifierWords))
-      return Warn("unknown key name " + Quoted(key) + ": a modifier line is \"" +
-                  std::string(first) + " down\" or \"" + std::string(first) + " up\"");
+      return Warn("不明なキー名 " + Quoted(key) + ": 修飾キーの行は \"" + std::string(first) +
+                  " down\" か \"" + std::string(first) + " up\" です");
     Warn(Quoted(key) +
-         " is not a key name: the line is first offered to the shell and may open a program or "
-         "document of that name; otherwise only the key of its first character is pressed");
+         " はキー名ではありません: この行はまずシェルに渡され、同じ名前のプログラムや文書を"
+         "開くことがあります。開けなければ最初の文字のキーだけが押されます");
   }
 
   std::vector<std::string> lines_;

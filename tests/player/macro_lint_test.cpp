@@ -75,13 +75,13 @@ TEST_F(MacroLint, ARecordedMacroGivesNoWarning) {
 }
 
 TEST_F(MacroLint, ASingleDigitIsAKeyNotAWait) {
-  EXPECT_NE(Only({"beep", "5"}, 2).find("not a wait"), std::string::npos);
+  EXPECT_NE(Only({"beep", "5"}, 2).find("待ち時間ではありません"), std::string::npos);
   EXPECT_EQ(Lint({"50", "-5", "5.0"}).size(), 0u);
 }
 
 TEST_F(MacroLint, AWordThatIsNoKeyNameMayOpenAProgram) {
   const auto text = Only({"notepad"}, 1);
-  EXPECT_NE(text.find("may open a program"), std::string::npos) << text;
+  EXPECT_NE(text.find("開くことがあります"), std::string::npos) << text;
   EXPECT_EQ(Lint({"loop 2", "enter", "a", "/"}).size(), 0u);
   EXPECT_EQ(Lint({"beep", "loop 2"}).size(), 1u);
 }
@@ -89,7 +89,7 @@ TEST_F(MacroLint, AWordThatIsNoKeyNameMayOpenAProgram) {
 TEST_F(MacroLint, AnExactCommandWordWithMoreTextFallsToTheKeyLine) {
   for (const char* line : {"beep x", "getclip y", "getloop 2", "<pause> now", "logoff please"}) {
     const auto text = Only({line}, 1);
-    EXPECT_NE(text.find("is not that command but a key line"), std::string::npos) << line;
+    EXPECT_NE(text.find("はその命令ではなくキーの行になります"), std::string::npos) << line;
   }
 }
 
@@ -98,37 +98,37 @@ TEST_F(MacroLint, UnknownKeyNamesInKeyKeysAndModifierLines) {
   EXPECT_NE(Only({"keys ctrl++a"}, 1).find("\"\""), std::string::npos);
   EXPECT_NE(Only({"keys shift down+a"}, 1).find("\"shift down\""), std::string::npos);
   EXPECT_NE(Only({"LCtrl Dwn"}, 1).find("\"lctrl down\""), std::string::npos);
-  EXPECT_NE(Only({"々"}, 1).find("presses nothing"), std::string::npos);
+  EXPECT_NE(Only({"々"}, 1).find("何も押しません"), std::string::npos);
   EXPECT_EQ(Lint({"f24", "numpad9", "shift down", "shift up"}).size(), 0u);
-  EXPECT_EQ(Only({"f25"}, 1).find("unknown"), std::string::npos);  // a shell risk instead
+  EXPECT_EQ(Only({"f25"}, 1).find("不明"), std::string::npos);  // a shell risk instead
 }
 
 TEST_F(MacroLint, PartialLoopsMustPair) {
-  EXPECT_NE(Only({"<r 2>", "beep"}, 1).find("<r> without </r>"), std::string::npos);
-  EXPECT_NE(Only({"beep", "</r>"}, 2).find("</r> without <r>"), std::string::npos);
+  EXPECT_NE(Only({"<r 2>", "beep"}, 1).find("<r> に対応する </r> がありません"), std::string::npos);
+  EXPECT_NE(Only({"beep", "</r>"}, 2).find("</r> に対応する <r> がありません"), std::string::npos);
   EXPECT_EQ(Lint({"<r 2>", "<r>", "</r>", "</r>"}).size(), 0u);
 }
 
 TEST_F(MacroLint, SwitchesMustCloseAndNotNest) {
-  EXPECT_NE(Only({"<switch>", "<case 1>"}, 1).find("without </switch>"), std::string::npos);
-  EXPECT_NE(Only({"<switch>", "<switch x>", "</switch>", "</switch>"}, 2).find("nested"),
+  EXPECT_NE(Only({"<switch>", "<case 1>"}, 1).find("に対応する </switch> がありません"), std::string::npos);
+  EXPECT_NE(Only({"<switch>", "<switch x>", "</switch>", "</switch>"}, 2).find("入れ子"),
             std::string::npos);
-  EXPECT_NE(Only({"<case 1>"}, 1).find("outside a <switch>"), std::string::npos);
-  EXPECT_NE(Only({"<default>"}, 1).find("outside a <switch>"), std::string::npos);
-  EXPECT_NE(Only({"</switch>"}, 1).find("without <switch>"), std::string::npos);
+  EXPECT_NE(Only({"<case 1>"}, 1).find("は <switch> の外では"), std::string::npos);
+  EXPECT_NE(Only({"<default>"}, 1).find("は <switch> の外では"), std::string::npos);
+  EXPECT_NE(Only({"</switch>"}, 1).find("に対応する <switch> がありません"), std::string::npos);
 }
 
 TEST_F(MacroLint, GotoMayReachOnePastTheEndButNoFurther) {
   EXPECT_EQ(Lint({"beep", "goto 3"}).size(), 0u);
-  EXPECT_NE(Only({"beep", "goto 4"}, 2).find("beyond the end"), std::string::npos);
-  EXPECT_NE(Only({"beep", "goto 0"}, 2).find("beyond the end"), std::string::npos);
-  EXPECT_NE(Only({"goto x"}, 1).find("not a line number"), std::string::npos);
+  EXPECT_NE(Only({"beep", "goto 4"}, 2).find("範囲外"), std::string::npos);
+  EXPECT_NE(Only({"beep", "goto 0"}, 2).find("範囲外"), std::string::npos);
+  EXPECT_NE(Only({"goto x"}, 1).find("行番号ではありません"), std::string::npos);
 }
 
 TEST_F(MacroLint, MacroFilesAreLookedForBesideTheMacroAndInTheMacroFolder) {
   EXPECT_EQ(Lint({"mf here.ksx", "mf LIBRARY.KSX", "mf /macros/here.ksx"}).size(), 0u);
   EXPECT_NE(Only({"mf missing.ksx"}, 1).find("\"missing.ksx\""), std::string::npos);
-  EXPECT_NE(Only({"mf"}, 1).find("no file"), std::string::npos);
+  EXPECT_NE(Only({"mf"}, 1).find("ファイル"), std::string::npos);
 }
 
 TEST_F(MacroLint, KeyTextTheJapaneseLayoutCannotType) {
@@ -141,7 +141,7 @@ TEST_F(MacroLint, AssignmentsThatCannotBeParsed) {
        {"#a = 1 +", "#a = (1 + 2", "#a = 1 + 2)", "#a = \"open", "#a =", "#a = (3 *)"}) {
     const auto warnings = Lint({line});
     ASSERT_EQ(warnings.size(), 1u) << line;
-    EXPECT_NE(warnings[0].text.find("cannot be parsed"), std::string::npos) << line;
+    EXPECT_NE(warnings[0].text.find("を解釈できません"), std::string::npos) << line;
   }
   for (const char* line : {"#a = 1", "#a = -5", "#a = left$(\"abc\", 2)", "#a = (1) + (2)",
                            "#a = 1/100000", "#a = not 1", "#a = &hff + 101b"})
