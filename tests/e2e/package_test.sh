@@ -16,6 +16,12 @@ unzip -q "$archive" -d "$app"
 [ -f "$app/Kestrelix.exe" ] || fail "the archive did not unpack: $(ls "$app")"
 [ ! -e "$app/setting.ini" ] || fail "the archive holds a setting.ini"
 
+# Windows opens .txt files with Notepad; Wine 8's fresh prefix has the
+# txtfile class but no .txt entry pointing at it.
+wine reg add 'HKCR\.txt' /ve /d txtfile /f >/dev/null 2>&1 || fail "could not associate .txt"
+# Notepad in a Japanese font, as on Japanese Windows, for the screenshot.
+wine reg add 'HKCU\Software\Microsoft\Notepad' /v lfFaceName /d 'Noto Sans Mono CJK JP' /f >/dev/null 2>&1 || true
+
 (cd "$app" && wine Kestrelix.exe >/dev/null 2>&1) &
 E2E_PIDS+=($!)
 robot_await "the main window" "${main[@]}" --timeout 30 >/dev/null
