@@ -19,8 +19,8 @@ struct ModifierAction {
 };
 
 constexpr ModifierAction kModifierActions[] = {
-    {kVkShift, false}, {kVkShift, true},   {kVkControl, false}, {kVkControl, true},
-    {kVkMenu, false},  {kVkMenu, true},    {kVkLeftWin, false}, {kVkLeftWin, true},
+    {kVkShift, false}, {kVkShift, true}, {kVkControl, false}, {kVkControl, true},
+    {kVkMenu, false},  {kVkMenu, true},  {kVkLeftWin, false}, {kVkLeftWin, true},
 };
 
 std::optional<Point> ParsePoint(std::string_view text) {
@@ -38,17 +38,59 @@ std::optional<Point> ParsePoint(std::string_view text) {
 
 struct ButtonFlags {
   char letter;
+  std::string_view written;
   std::uint32_t down;
   std::uint32_t up;
 };
 
 constexpr ButtonFlags kButtons[] = {
-    {'l', kMouseLeftDown, kMouseLeftUp},
-    {'r', kMouseRightDown, kMouseRightUp},
-    {'m', kMouseMiddleDown, kMouseMiddleUp},
+    {'l', "L", kMouseLeftDown, kMouseLeftUp},
+    {'r', "R", kMouseRightDown, kMouseRightUp},
+    {'m', "M", kMouseMiddleDown, kMouseMiddleUp},
 };
 
+// Characters 5-6 of a button line: screen or foreground-client coordinates.
+struct Place {
+  std::string_view key;
+  std::string_view written;
+  bool client;
+};
+
+constexpr Place kPlaces[] = {{"se", "Mouse", false}, {"cl", "MouCl", true}};
+
+enum class Action { kDown, kUp, kDouble };
+
+struct ActionWord {
+  std::string_view key;
+  std::string_view written;
+  Action action;
+};
+
+constexpr ActionWord kActions[] = {
+    {"down", "Down", Action::kDown},
+    {"up", "Up", Action::kUp},
+    {"double", "Double", Action::kDouble},
+};
+
+// The pointer lines beside the button lines, as written.
+constexpr std::string_view kPointerLines[] = {"MousePos(x,y)", "MouClPos(x,y)", "MousePos c",
+                                              "MousePos s", "Wheel n"};
+
 }  // namespace
+
+std::vector<std::string> MouseLineForms() {
+  std::vector<std::string> forms;
+  for (const auto& place : kPlaces)
+    for (const auto& button : kButtons)
+      for (const auto& action : kActions)
+        forms.push_back(std::string(button.written)
+                            .append(place.written)
+                            .append(" ")
+                            .append(action.written)
+                            .append(" (x,y)"));
+  for (auto line : kPointerLines) forms.emplace_back(line);
+  return forms;
+}
 
 void InputLines::PressKey(KeyCode code) {
   if (code < 0 && code >= kWinUp) {
@@ -115,22 +157,23 @@ void InputLines::PlayMouseLine(std::string_view key) {
   for (const auto& b : kButtons)
     if (key[0] == b.letter) button = &b;
   if (!button) return;
-  const auto place = key.substr(4, 2);
+  const auto placeKey = key.substr(4, 2);
   const auto word = key.size() > 7 ? key.substr(7) : std::string_view{};
-  enum class Action { kDown, kUp, kDouble };
   std::optional<Action> action;
-  if (word.starts_with("down"))
-    action = Action::kDown;
-  else if (word.starts_with("up"))
-    action = Action::kUp;
-  else if (word.starts_with("double"))
-    action = Action::kDouble;
-  if (!action || (place != "se" && place != "cl")) return;
+  for (const auto& a : kActions)
+    if (word.starts_with(a.key)) {
+      action = a.action;
+      break;
+    }
+  const Place* place = nullptr;
+  for (const auto& p : kPlaces)
+    if (placeKey == p.key) place = &p;
+  if (!action || !place) return;
 
-  if (place == "se")
-    MoveScreen(key);
-  else
+  if (place->client)
     MoveClient(key);
+  else
+    MoveScreen(key);
   switch (*action) {
     case Action::kDown:
       queue_.QueueMouse(0, 0, button->down);

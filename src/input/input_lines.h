@@ -1,12 +1,19 @@
 #pragma once
 // Key, chord, typing, pointer, button and wheel lines turned into input.
+#include <string>
 #include <string_view>
+#include <vector>
 
 #include "input/input_queue.h"
 #include "input/key_names.h"
 #include "sys/system.h"
 
 namespace kx {
+
+// The mouse line forms as the recorder writes them and the player reads them
+// ("LMouse Down (x,y)", ..., "MousePos(x,y)", "Wheel n"), for the key-name
+// list shipped with the program.
+std::vector<std::string> MouseLineForms();
 
 class InputLines {
  public:

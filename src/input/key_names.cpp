@@ -1,5 +1,6 @@
 #include "input/key_names.h"
 
+#include <algorithm>
 #include <array>
 #include <limits>
 
@@ -120,6 +121,12 @@ constexpr std::array kTypedChars = {
     CharEntry{'}', 221, true},  CharEntry{'~', 222, true},   CharEntry{U'＼', 226, false},
 };
 
+constexpr int kLastFunctionKey = 24;
+constexpr int kNumpadDigits = 10;
+constexpr int kLastVirtualKey = 255;
+constexpr std::string_view kDownSuffix = " Down";
+constexpr std::string_view kUpSuffix = " Up";
+
 char32_t LowerChar(char32_t ch) {
   if (ch >= 'A' && ch <= 'Z') return ch + 32;
   if (ch >= 0xFF21 && ch <= 0xFF3A) return ch + 32;
@@ -157,7 +164,6 @@ KeyCode KeyCodeFromWord(std::string_view word, InputPort& layout) {
 }
 
 bool IsKeyWord(std::string_view word) {
-  constexpr int kLastFunctionKey = 24;
   for (const auto& e : kPlayWords)
     if (e.word == word) return true;
   if (basic::Length(word) == 1) return true;
@@ -242,6 +248,34 @@ std::string WordFromKeyCode(int vk) {
   for (const auto& n : kNames)
     if (n.vk == vk) return std::string(n.text);
   return "";
+}
+
+std::vector<std::string_view> PlayTableWords() {
+  std::vector<std::string_view> words;
+  for (const auto& e : kPlayWords)
+    if (std::find(words.begin(), words.end(), e.word) == words.end()) words.push_back(e.word);
+  return words;
+}
+
+std::vector<std::string> PlayNumberedWords() {
+  std::vector<std::string> words;
+  for (int i = 0; i < kNumpadDigits; ++i) words.push_back("numpad" + std::to_string(i));
+  for (int i = 1; i <= kLastFunctionKey; ++i) words.push_back("f" + std::to_string(i));
+  return words;
+}
+
+std::vector<std::string> RecordedKeyNames() {
+  std::vector<std::string> names;
+  std::vector<std::string> releases;
+  for (int vk = 1; vk <= kLastVirtualKey; ++vk) {
+    std::string name = WordFromKeyCode(vk);
+    if (name.empty() || std::find(names.begin(), names.end(), name) != names.end()) continue;
+    if (name.ends_with(kDownSuffix))
+      releases.push_back(name.substr(0, name.size() - kDownSuffix.size()).append(kUpSuffix));
+    names.push_back(std::move(name));
+  }
+  names.insert(names.end(), releases.begin(), releases.end());
+  return names;
 }
 
 }  // namespace kx

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "input/input_port.h"
 
@@ -34,5 +35,14 @@ CharKey KeyCodeFromChar(char32_t ch, InputPort& layout);
 // Record side: the text written for a key that went down; empty when the key
 // is not recorded. Mouse buttons (1, 2, 4) are written by the recorder.
 std::string WordFromKeyCode(int vk);
+
+// The vocabulary as lists, for the key-name list shipped with the program.
+// Play side: the table words, each once, in lookup order.
+std::vector<std::string_view> PlayTableWords();
+// The numbered play-side words: "numpad0".."numpad9", "f1".."f24".
+std::vector<std::string> PlayNumberedWords();
+// Record side: every name WordFromKeyCode writes, each once, in key-code
+// order, followed by the release forms of the modifier names ("LCtrl Up").
+std::vector<std::string> RecordedKeyNames();
 
 }  // namespace kx

@@ -12,5 +12,6 @@ int Decode(const std::vector<std::string>& args);
 int Save(const std::vector<std::string>& args);
 int Explain(const std::vector<std::string>& args);
 int Lint(const std::vector<std::string>& args);
+int KeyNames(const std::vector<std::string>& args);
 
 }  // namespace kx::cli

@@ -6,6 +6,7 @@
 
 #include "kx/arguments.h"
 #include "kx/commands.h"
+#include "kx_version.h"
 
 namespace {
 
@@ -24,10 +25,11 @@ constexpr SubCommand kSubCommands[] = {
     {"save", kx::cli::Save, "save FILE   (UTF-8 text on standard input)"},
     {"explain", kx::cli::Explain, "explain FILE"},
     {"lint", kx::cli::Lint, "lint [--app-dir DIR] FILE"},
+    {"keynames", kx::cli::KeyNames, "keynames FILE   (the key-name list shipped with the program)"},
 };
 
 int Usage() {
-  std::fputs("usage:\n", stderr);
+  std::fputs("usage:\n  kx --version\n", stderr);
   for (const auto& c : kSubCommands) std::fprintf(stderr, "  kx %s\n", c.usage);
   return 2;
 }
@@ -39,6 +41,10 @@ int main(int argc, char** argv) {
   if (args.empty()) return Usage();
   const std::string name = args.front();
   args.erase(args.begin());
+  if (name == "--version" && args.empty()) {
+    std::puts("Kestrelix " KX_VERSION_STRING);
+    return 0;
+  }
   for (const auto& c : kSubCommands)
     if (name == c.name) return c.run(args);
   return Usage();
