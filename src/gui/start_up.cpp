@@ -35,6 +35,21 @@ WindowState StoredState(int winState) {
                                                                : WindowState::kNormal;
 }
 
+std::string HotkeyName(int id) {
+  switch (id) {
+    case kHotkeyShowHide:
+      return "表示/非表示";
+    case kHotkeyRecord:
+      return "記録";
+    case kHotkeyPlay:
+      return "再生/停止";
+    case kHotkeyPause:
+      return "一時停止/再開";
+    default:
+      return std::to_string(id);
+  }
+}
+
 }  // namespace
 
 StartResult MainController::StartUp() {
@@ -154,8 +169,11 @@ void MainController::RegisterHotkeys() {
     else
       refusedHotkeys_.push_back(g.id);
   }
-  if (!refusedHotkeys_.empty())
-    view_.SetStatus("他のプログラムが使用中のため登録できなかったホットキーがあります");
+  if (refusedHotkeys_.empty()) return;
+  // The user learns which keys do nothing, and why.
+  std::string names;
+  for (const int id : refusedHotkeys_) names += (names.empty() ? "" : "、") + HotkeyName(id);
+  view_.SetStatus("登録できなかったホットキー: " + names + " (他のプログラムが使用中です)");
 }
 
 void MainController::UnregisterHotkeys() {
