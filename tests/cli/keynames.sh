@@ -2,18 +2,8 @@
 # kx --version and kx keynames: the version of the project, and the key-name
 # list holding exactly the words of the vocabulary tables.
 # Usage: keynames.sh EMULATOR KX  (EMULATOR is empty natively)
-set -u
-emu=${1:+$(realpath "$1")}
-kx=$(realpath "$2")
+. "$(dirname "$0")/lib/common.sh"
 root=$(cd "$(dirname "$0")/../.." && pwd)
-dir=$(mktemp -d)
-trap 'rm -rf "$dir"' EXIT
-fail=0
-check() { # name expected actual
-  if [ "$2" != "$3" ]; then
-    echo "FAIL: $1"; echo "  expected: $2"; echo "  actual:   $3"; fail=1
-  fi
-}
 cd "$dir" || exit 1
 
 version=$(sed -n 's/^project(Kestrelix VERSION \([0-9.]*\) .*/\1/p' "$root/CMakeLists.txt")

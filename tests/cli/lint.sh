@@ -2,17 +2,7 @@
 # kx lint and kx explain: warnings in the editors' form with their exit
 # codes, and one line of explanation per macro line.
 # Usage: lint.sh EMULATOR KX  (EMULATOR is empty natively)
-set -u
-emu=${1:+$(realpath "$1")}
-kx=$(realpath "$2")
-dir=$(mktemp -d)
-trap 'rm -rf "$dir"' EXIT
-fail=0
-check() { # name expected actual
-  if [ "$2" != "$3" ]; then
-    echo "FAIL: $1"; echo "  expected: $2"; echo "  actual:   $3"; fail=1
-  fi
-}
+. "$(dirname "$0")/lib/common.sh"
 cd "$dir" || exit 1
 mkdir -p Macro
 printf 'beep' > Macro/sub.ksx

@@ -1,18 +1,8 @@
 #!/usr/bin/env bash
 # kx run --dry: the trace of a small macro, a stop, and bad input.
 # Usage: run_dry.sh EMULATOR KX  (EMULATOR is empty natively)
-set -u
-emu=${1:+$(realpath "$1")}
-kx=$(realpath "$2")
-dir=$(mktemp -d)
-trap 'rm -rf "$dir"' EXIT
-fail=0
+. "$(dirname "$0")/lib/common.sh"
 run() { $emu "$kx" "$@" 2>/dev/null | tr -d '\r'; }
-check() { # name expected actual
-  if [ "$2" != "$3" ]; then
-    echo "FAIL: $1"; echo "  expected: $2"; echo "  actual:   $3"; fail=1
-  fi
-}
 
 printf 'key A\r\nkeys ctrl+c\r\n10\r\nbeep' > "$dir/m.ksx"
 out=$(run run --dry "$dir/m.ksx")
