@@ -52,6 +52,9 @@ class InputPort {
   virtual Point GetCursorPos() = 0;
   // GetKeyState: bit 0 is the toggle state, the sign bit "down".
   virtual std::int16_t GetKeyState(int vk) = 0;
+  // GetAsyncKeyState's sign bit: the key or mouse button is physically down
+  // now, whatever thread's input state. The recorder and rapid fire sample it.
+  virtual bool IsKeyDown(int vk) = 0;
   // VkKeyScanExA on the default layout for the character's ANSI code: the
   // virtual key in the low byte, the shift state in the high byte; -1 when no
   // key produces it or the character is outside the ANSI code page.

@@ -109,6 +109,11 @@ std::int16_t SimSystem::GetKeyState(int vk) {
   return it != toggles_.end() && it->second ? 1 : 0;
 }
 
+bool SimSystem::IsKeyDown(int vk) {
+  auto it = physicalDown_.find(vk);
+  return it != physicalDown_.end() && it->second;
+}
+
 // --- windows ---
 
 WindowHandle SimSystem::AddWindow(SimWindow window) {

@@ -71,6 +71,8 @@ class SimSystem final : public InputPort,
   // The next n clipboard writes fail, as when another program holds it.
   void FailClipboardWrites(int n) { failingClipboardWrites_ = n; }
   void SetToggle(int vk, bool on) { toggles_[vk] = on; }
+  // The physical state IsKeyDown reports, as a user's hands would set it.
+  void SetKeyDown(int vk, bool down) { physicalDown_[vk] = down; }
   // While on, the system takes no key or button event, as when a window of
   // higher integrity has the focus; nothing reaches the trace.
   void BlockInput(bool on) { inputBlocked_ = on; }
@@ -101,6 +103,7 @@ class SimSystem final : public InputPort,
   void SetCursorPos(Point screen) override;
   Point GetCursorPos() override { return cursor_; }
   std::int16_t GetKeyState(int vk) override;
+  bool IsKeyDown(int vk) override;
   std::int16_t VkKeyScan(char32_t ch) override;
   bool IsCharUpper(char32_t ch) override;
 
@@ -201,6 +204,7 @@ class SimSystem final : public InputPort,
   std::optional<std::string> clipboard_;
   int failingClipboardWrites_ = 0;
   std::map<int, bool> toggles_;
+  std::map<int, bool> physicalDown_;
   bool inputBlocked_ = false;
   Point cursor_{0, 0};
   std::deque<std::optional<std::string>> inputAnswers_;

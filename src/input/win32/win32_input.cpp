@@ -91,6 +91,10 @@ std::int16_t Win32Input::GetKeyState(int vk) {
   return ::GetKeyState(vk);
 }
 
+bool Win32Input::IsKeyDown(int vk) {
+  return ::GetAsyncKeyState(vk) < 0;
+}
+
 std::int16_t Win32Input::VkKeyScan(char32_t ch) {
   const auto b = AnsiByte(ch);
   if (!b) return -1;

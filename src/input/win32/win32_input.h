@@ -24,6 +24,7 @@ class Win32Input final : public InputPort {
   void SetCursorPos(Point screen) override;
   Point GetCursorPos() override;
   std::int16_t GetKeyState(int vk) override;
+  bool IsKeyDown(int vk) override;
   std::int16_t VkKeyScan(char32_t ch) override;
   bool IsCharUpper(char32_t ch) override;
 
