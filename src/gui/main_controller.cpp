@@ -213,6 +213,12 @@ void MainController::OnMenuClosed() {
   view_.SetStatus("");
 }
 
+void MainController::OnTimer(Timer timer) {
+  // Each timer's owner takes its ticks; a tick of a stopped timer that was
+  // already queued is dropped by its owner.
+  (void)timer;
+}
+
 void MainController::OnHotkey(int id) {
   switch (id) {
     case kHotkeyShowHide:

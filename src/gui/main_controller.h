@@ -57,6 +57,7 @@ class MainController final : public PlayerView {
   void OnMenuSelect(int id, bool submenu);
   void OnMenuClosed();
   void OnHotkey(int id);
+  void OnTimer(Timer timer);
   void OnTrayClick();
   void OnTreeOpen(const std::string& path);
   void OnTreeDelete(const std::string& path);

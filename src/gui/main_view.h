@@ -47,6 +47,9 @@ struct FileDialogRequest {
   std::string folder;            // where the dialog starts
 };
 
+// The main window's timers; each arrives as MainController::OnTimer(id).
+enum class Timer { kSchedule = 1, kRecorder = 2, kRapidFire = 3, kCapture = 4 };
+
 enum class Button { kRecord = 0, kPlay = 1, kClear = 2, kSave = 3, kOpen = 4 };
 inline constexpr int kButtonCount = 5;
 
@@ -109,6 +112,11 @@ class MainView {
   // Starts a program with a command line, in a normal window.
   virtual void RunCommandLine(std::string_view commandLine) = 0;
   virtual void ShowAbout() = 0;
+
+  // --- timers (a window timer: it fires only while messages are pumped) ---
+  // Starting a running timer restarts it with the new interval.
+  virtual void StartTimer(Timer timer, int intervalMs) = 0;
+  virtual void StopTimer(Timer timer) = 0;
 };
 
 }  // namespace kx::gui

@@ -48,6 +48,7 @@ class SimMainView final : public gui::MainView {
   bool playingIcon = false;
   bool closed = false;
   bool aboutShown = false;
+  std::map<gui::Timer, int> timers;  // running timers and their intervals
   std::vector<std::string> commandLines;
   std::vector<gui::FileDialogRequest> dialogs;  // every file dialog opened
 
@@ -130,6 +131,8 @@ class SimMainView final : public gui::MainView {
   }
   void RunCommandLine(std::string_view line) override { commandLines.emplace_back(line); }
   void ShowAbout() override { aboutShown = true; }
+  void StartTimer(gui::Timer timer, int intervalMs) override { timers[timer] = intervalMs; }
+  void StopTimer(gui::Timer timer) override { timers.erase(timer); }
 
  private:
   std::optional<std::string> Answer(std::deque<std::optional<std::string>>& queue,

@@ -299,6 +299,14 @@ void MainWindow::RunCommandLine(std::string_view commandLine) {
   }
 }
 
+void MainWindow::StartTimer(Timer timer, int intervalMs) {
+  ::SetTimer(hwnd(), static_cast<UINT_PTR>(timer), static_cast<UINT>(intervalMs), nullptr);
+}
+
+void MainWindow::StopTimer(Timer timer) {
+  ::KillTimer(hwnd(), static_cast<UINT_PTR>(timer));
+}
+
 void MainWindow::ShowAbout() {
   const std::wstring text =
       Widen(std::string(gui::kAppTitle) + " バージョン " + gui::kVersion +
@@ -390,6 +398,9 @@ LRESULT MainWindow::HandleMessage(UINT msg, WPARAM wp, LPARAM lp) {
       return 0;
     case WM_NOTIFY:
       return OnNotify(*reinterpret_cast<const NMHDR*>(lp));
+    case WM_TIMER:
+      controller_->OnTimer(static_cast<Timer>(wp));
+      return 0;
     case WM_HOTKEY:
       controller_->OnHotkey(static_cast<int>(wp));
       return 0;
