@@ -59,7 +59,8 @@ SimSystem::SimSystem() {
 }
 
 System SimSystem::Ports() {
-  return System{*this, *this, *this, *this, *this, *this, *this, *this, *this, *this, *this, *this};
+  return System{*this, *this, *this, *this, *this, *this, *this,
+                *this, *this, *this, *this, *this, *this};
 }
 
 void SimSystem::Record(std::string_view ev, Json fields) {
@@ -131,6 +132,7 @@ SimWindow* SimSystem::WindowByHandle(WindowHandle handle) {
 WindowHandle SimSystem::Find(std::optional<std::string_view> className,
                              std::optional<std::string_view> title) {
   for (const auto& w : windows_) {
+    if (w.parent != 0) continue;
     if (className && !SameText(*className, w.className)) continue;
     if (title && !SameText(*title, w.title)) continue;
     return w.handle;
@@ -189,6 +191,49 @@ std::string SimSystem::ClassName(WindowHandle window) {
 std::string SimSystem::Title(WindowHandle window) {
   auto* w = WindowByHandle(window);
   return w ? w->title : "";
+}
+
+WindowHandle SimSystem::FindChild(WindowHandle parent, WindowHandle after,
+                                  std::optional<std::string_view> className,
+                                  std::optional<std::string_view> title) {
+  bool past = after == 0;
+  for (const auto& w : windows_) {
+    if (w.parent != parent) continue;
+    if (!past) {
+      past = w.handle == after;
+      continue;
+    }
+    if (className && !SameText(*className, w.className)) continue;
+    if (title && !SameText(*title, w.title)) continue;
+    return w.handle;
+  }
+  return 0;
+}
+
+WindowHandle SimSystem::Parent(WindowHandle window) {
+  auto* w = WindowByHandle(window);
+  return w ? w->parent : 0;
+}
+
+WindowHandle SimSystem::FromPoint(Point screen) {
+  // Windows earlier in the list are above later ones; a child lies above its
+  // parent, so the walk descends while a child holds the point.
+  auto holds = [&](const SimWindow& w) {
+    return !w.minimized && screen.x >= w.rect.left && screen.x < w.rect.right &&
+           screen.y >= w.rect.top && screen.y < w.rect.bottom;
+  };
+  WindowHandle found = 0;
+  for (bool descended = true; descended;) {
+    descended = false;
+    for (const auto& w : windows_) {
+      if (w.parent == found && holds(w)) {
+        found = w.handle;
+        descended = true;
+        break;
+      }
+    }
+  }
+  return found;
 }
 
 // --- shell, clipboard, dialogs ---

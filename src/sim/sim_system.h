@@ -25,6 +25,7 @@ struct SimWindow {
   Rect rect{0, 0, 640, 480};
   Point clientOrigin{8, 31};  // client area's top-left, relative to rect
   bool minimized = false;
+  WindowHandle parent = 0;  // 0: a top-level window; rect is in screen pixels either way
 };
 
 class SimSystem final : public InputPort,
@@ -38,7 +39,8 @@ class SimSystem final : public InputPort,
                         public RegistryPort,
                         public FilePort,
                         public EnvironmentPort,
-                        public RandomPort {
+                        public RandomPort,
+                        public DocumentPort {
  public:
   SimSystem();
   System Ports();
@@ -123,6 +125,16 @@ class SimSystem final : public InputPort,
   kx::Size ScreenSize() override { return {1920, 1080}; }
   std::string ClassName(WindowHandle window) override;
   std::string Title(WindowHandle window) override;
+  WindowHandle FindChild(WindowHandle parent, WindowHandle after,
+                         std::optional<std::string_view> className,
+                         std::optional<std::string_view> title) override;
+  WindowHandle Parent(WindowHandle window) override;
+  WindowHandle FromPoint(Point screen) override;
+  std::string Text(WindowHandle window) override { return Title(window); }
+
+  // --- DocumentPort ---
+  std::unique_ptr<PageDocument> FromWindow(WindowHandle) override { return nullptr; }
+  std::unique_ptr<PageDocument> FromDevTools(int) override { return nullptr; }
 
   // --- ShellPort ---
   bool Open(std::string_view file, std::string_view workingFolder) override;

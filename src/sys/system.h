@@ -6,6 +6,7 @@
 #include "sys/clipboard_port.h"
 #include "sys/clock_port.h"
 #include "sys/dialog_port.h"
+#include "sys/document_port.h"
 #include "sys/environment_port.h"
 #include "sys/file_port.h"
 #include "sys/notify_port.h"
@@ -29,6 +30,7 @@ struct System {
   FilePort& files;
   EnvironmentPort& environment;
   RandomPort& random;
+  DocumentPort& documents;
 };
 
 }  // namespace kx

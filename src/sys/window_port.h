@@ -1,5 +1,5 @@
 #pragma once
-// Finding, activating and placing top-level windows.
+// Finding, activating and placing windows, top-level and child.
 #include <optional>
 #include <string>
 #include <string_view>
@@ -30,6 +30,22 @@ class WindowPort {
   virtual Size ScreenSize() = 0;
   virtual std::string ClassName(WindowHandle window) = 0;
   virtual std::string Title(WindowHandle window) = 0;
+
+  // --- window trees ---
+  // FindWindowEx: the next window after `after` (0: from the first) among
+  // the children of `parent` (0: the top-level windows), a missing class or
+  // title matching any.
+  virtual WindowHandle FindChild(WindowHandle parent, WindowHandle after,
+                                 std::optional<std::string_view> className,
+                                 std::optional<std::string_view> title) = 0;
+  // GetParent: the parent of a child window, the owner of an owned top-level
+  // window, 0 otherwise.
+  virtual WindowHandle Parent(WindowHandle window) = 0;
+  // WindowFromPoint: the deepest visible window at a screen point; 0 for none.
+  virtual WindowHandle FromPoint(Point screen) = 0;
+  // The window's text as WM_GETTEXT gives it, also from another process's
+  // controls (an edit box's contents); empty when the window does not answer.
+  virtual std::string Text(WindowHandle window) = 0;
 };
 
 }  // namespace kx

@@ -5,6 +5,7 @@
 #include "sys/win32/win32_clipboard.h"
 #include "sys/win32/win32_clock.h"
 #include "sys/win32/win32_dialogs.h"
+#include "sys/win32/win32_documents.h"
 #include "sys/win32/win32_environment.h"
 #include "sys/win32/win32_notify.h"
 #include "sys/win32/win32_power.h"
@@ -23,8 +24,8 @@ class Win32System {
   Win32System& operator=(const Win32System&) = delete;
 
   System Ports() {
-    return System{input_,  windows_, shell_,    clipboard_, dialogs_,     clock_,
-                  notify_, power_,   registry_, files_,     environment_, random_};
+    return System{input_, windows_,  shell_, clipboard_,   dialogs_, clock_,    notify_,
+                  power_, registry_, files_, environment_, random_,  documents_};
   }
   Win32Notify& notify() { return notify_; }
   Win32Clock& clock() { return clock_; }
@@ -42,6 +43,7 @@ class Win32System {
   FilePort& files_;
   Win32Environment environment_;
   Win32Random random_;
+  Win32Documents documents_;
 };
 
 }  // namespace kx::win32

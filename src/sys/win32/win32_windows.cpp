@@ -1,5 +1,6 @@
 #include "sys/win32/win32_windows.h"
 
+#include <algorithm>
 #include <string>
 
 #include "sys/win32/unique_handle.h"
@@ -83,6 +84,43 @@ std::string Win32Windows::Title(WindowHandle window) {
   std::wstring buf(static_cast<size_t>(len) + 1, L'\0');
   const int n = ::GetWindowTextW(ToHwnd(window), buf.data(), len + 1);
   buf.resize(static_cast<size_t>(std::max(n, 0)));
+  return Narrow(buf);
+}
+
+WindowHandle Win32Windows::FindChild(WindowHandle parent, WindowHandle after,
+                                     std::optional<std::string_view> className,
+                                     std::optional<std::string_view> title) {
+  std::wstring cls, text;
+  if (className) cls = Widen(*className);
+  if (title) text = Widen(*title);
+  return FromHwnd(::FindWindowExW(ToHwnd(parent), ToHwnd(after), className ? cls.c_str() : nullptr,
+                                  title ? text.c_str() : nullptr));
+}
+
+WindowHandle Win32Windows::Parent(WindowHandle window) {
+  return FromHwnd(::GetParent(ToHwnd(window)));
+}
+
+WindowHandle Win32Windows::FromPoint(Point screen) {
+  return FromHwnd(::WindowFromPoint(POINT{screen.x, screen.y}));
+}
+
+std::string Win32Windows::Text(WindowHandle window) {
+  // WM_GETTEXT crosses processes where GetWindowText does not; a hung owner
+  // must not hang the caller.
+  constexpr UINT kAnswerMs = 1000;
+  DWORD_PTR length = 0;
+  if (!::SendMessageTimeoutW(ToHwnd(window), WM_GETTEXTLENGTH, 0, 0, SMTO_ABORTIFHUNG, kAnswerMs,
+                             &length) ||
+      length == 0)
+    return {};
+  std::wstring buf(static_cast<size_t>(length) + 1, L'\0');
+  DWORD_PTR copied = 0;
+  if (!::SendMessageTimeoutW(ToHwnd(window), WM_GETTEXT, buf.size(),
+                             reinterpret_cast<LPARAM>(buf.data()), SMTO_ABORTIFHUNG, kAnswerMs,
+                             &copied))
+    return {};
+  buf.resize(std::min<size_t>(static_cast<size_t>(copied), buf.size()));
   return Narrow(buf);
 }
 

@@ -29,6 +29,12 @@ class Win32Windows final : public WindowPort {
   kx::Size ScreenSize() override;
   std::string ClassName(WindowHandle window) override;
   std::string Title(WindowHandle window) override;
+  WindowHandle FindChild(WindowHandle parent, WindowHandle after,
+                         std::optional<std::string_view> className,
+                         std::optional<std::string_view> title) override;
+  WindowHandle Parent(WindowHandle window) override;
+  WindowHandle FromPoint(Point screen) override;
+  std::string Text(WindowHandle window) override;
 };
 
 }  // namespace kx::win32
