@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 #include "input/key_codes.h"
 #include "input/key_names.h"
@@ -116,6 +117,10 @@ int RapidFire::PressedKey(const RapidFireKeys& keys) {
 
 void RapidFire::SampleKeys(int hitsMs, const RapidFireKeys& keys) {
   const int vk = PressedKey(keys);
+  // The repeated key seen down is the user's press to stop: the repeat tick
+  // may miss it, since the key-up of a repeat overwrites the key's state and
+  // a press shorter than the interval falls between two repeats.
+  if (timerOn_ && vk == code_ && vk != 0) pressedAgain_ = true;
   if (vk < kFirstRepeatedKey || vk == code_) return;
   clock_.Sleep(kChooseDelayMs);
   code_ = vk;
@@ -143,7 +148,7 @@ void RapidFire::SampleMouseToggle(int hitsMs) {
 
 void RapidFire::RepeatKey() {
   // The user pressed the repeated key again.
-  if (input_.IsKeyDown(code_)) {
+  if (std::exchange(pressedAgain_, false) || input_.IsKeyDown(code_)) {
     StopWithPause();
     return;
   }
@@ -205,6 +210,7 @@ void RapidFire::StartTimer(int hitsMs) {
 }
 
 void RapidFire::StopTimer() {
+  pressedAgain_ = false;
   if (!timerOn_) return;
   timerOn_ = false;
   host_.StopRepeatTimer();

@@ -89,7 +89,8 @@ class RapidFire {
   bool timerOn_ = false;
   int interval_ = 0;
   std::string status_;
-  bool inTick_ = false;  // a tick's pumps must not run another tick
+  bool inTick_ = false;        // a tick's pumps must not run another tick
+  bool pressedAgain_ = false;  // the sampling tick saw the repeated key down
   // Left/right Ctrl, Shift and Alt start a repeat on their press only.
   bool modifierDown_[6] = {};
 };

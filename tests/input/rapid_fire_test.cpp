@@ -60,9 +60,10 @@ TEST_F(RapidFireTest, KeyModeRepeatsAPressedKeyUntilItIsPressedAgain) {
   EXPECT_EQ(rapid.Code(), kA);
   EXPECT_EQ(status, "A");
   EXPECT_EQ(timer, 100);
-  rapid.OnSampleTick(100);  // still held: the same key changes nothing
-  EXPECT_EQ(sim.NowMs() - before, RapidFire::kChooseDelayMs);
+  // A press of about 120 ms has ended when the choosing pause is over.
   Hold({kA}, false);
+  rapid.OnSampleTick(100);
+  EXPECT_EQ(sim.NowMs() - before, RapidFire::kChooseDelayMs);
 
   rapid.OnRepeatTick(100);
   rapid.OnRepeatTick(100);
@@ -92,6 +93,28 @@ TEST_F(RapidFireTest, KeyModeRepeatsAPressedKeyUntilItIsPressedAgain) {
   Hold({kA});
   rapid.OnSampleTick(250);
   EXPECT_EQ(timer, 250);
+}
+
+TEST_F(RapidFireTest, APressSeenOnlyBySamplingStillStopsTheKeyRepeat) {
+  rapid.SetMode(RapidMode::kKeyStartStop, 100);
+  Hold({kA});
+  rapid.OnSampleTick(100);
+  Hold({kA}, false);
+  rapid.OnRepeatTick(100);
+  // Pressed and released between two repeats: the sampling tick saw it.
+  Hold({kA});
+  rapid.OnSampleTick(100);
+  Hold({kA}, false);
+  EXPECT_TRUE(timer);
+  rapid.OnRepeatTick(100);
+  EXPECT_FALSE(timer);
+  EXPECT_EQ(status, "");
+  // The next repeat starts afresh.
+  Hold({kA});
+  rapid.OnSampleTick(100);
+  Hold({kA}, false);
+  rapid.OnRepeatTick(100);
+  EXPECT_TRUE(timer);
 }
 
 TEST_F(RapidFireTest, KeyModeIgnoresGenericModifiersAndRecordKeysAndTakesSidedOnesOnTheirPress) {
