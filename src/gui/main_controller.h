@@ -18,6 +18,7 @@
 #include "gui/command_table.h"
 #include "gui/gui_ports.h"
 #include "gui/main_view.h"
+#include "input/rapid_fire.h"
 #include "player/macro_lint.h"
 #include "player/player.h"
 #include "settings/settings.h"
@@ -39,7 +40,7 @@ inline constexpr int kHotkeyRecord = 257;
 inline constexpr int kDefaultSplitTwips = 1335;
 int ClampSplit(int twips, int innerWidthTwips);
 
-class MainController final : public PlayerView {
+class MainController final : public PlayerView, private RapidFireHost {
  public:
   MainController(GuiPorts ports, MainView& view);
 
@@ -48,6 +49,9 @@ class MainController final : public PlayerView {
   // Closes the window: stops a play first and closes once it has returned.
   void RequestClose();
   bool Closed() const { return closed_; }
+  // Lets go of every key and button a macro holds down; the program's last
+  // act when it ends by a failure.
+  void ReleaseHeldKeys() { player_.ReleaseHeld(); }
 
   // --- events from the window ---
   void OnMenuCommand(int id);
@@ -56,6 +60,8 @@ class MainController final : public PlayerView {
   // Help of the highlighted menu item; submenu titles leave the panel.
   void OnMenuSelect(int id, bool submenu);
   void OnMenuClosed();
+  // WM_HOTKEY: 256 show/hide, 257 record, 258 play/stop, 259 pause/resume,
+  // 512 + n the n-th entry of the Hotkey list.
   void OnHotkey(int id);
   void OnTimer(Timer timer);
   void OnTrayClick();
@@ -64,6 +70,15 @@ class MainController final : public PlayerView {
   void OnTreeCopyPath(const std::string& path);
   void OnOpenMacroFolder();
   void OnFileDropped(const std::string& path);
+
+  // Unregisters every hotkey in use and registers the four fixed ones and
+  // the per-macro ones from the settings; a hotkey the system refuses is
+  // named in the status bar. Start-up and the options dialog call it.
+  void ApplyHotkeys();
+  // A per-macro hotkey's and a scheduled run's action: keeps the editor's
+  // text, loads the file, plays it as the play hotkey does and puts the kept
+  // text back. A missing file does nothing.
+  void PlayMacroFileAsHotkey(const std::string& path);
 
   // --- state, for the window and for tests ---
   const Settings& settings() const { return settings_; }
@@ -74,6 +89,8 @@ class MainController final : public PlayerView {
   Player& player() { return player_; }
   // Ids of the hotkeys the system refused at the last registration.
   const std::vector<int>& refusedHotkeys() const { return refusedHotkeys_; }
+  RapidMode rapidMode() const { return rapid_.Mode(); }
+  const RapidFire& rapidFire() const { return rapid_; }
 
   // --- PlayerView ---
   std::string Text() override;
@@ -93,8 +110,25 @@ class MainController final : public PlayerView {
   bool RunCommandLineMacro(const std::vector<std::string>& tokens);
   void ApplyPlacement();
   void ApplyChecks();
-  void RegisterHotkeys();
+  // hotkey_commands.cpp
+  void RegisterHotkey(int id, int modifiers, int key, std::string name);
   void UnregisterHotkeys();
+  void ShowRefusedHotkeys();
+  void ShowOrHide();
+  // rapid_fire_commands.cpp
+  void SelectRapidMode(Command command);
+  // True when a rapid-fire mode is on and so takes the record, play or pause
+  // hotkey: record does nothing, play and pause stop the repeating.
+  bool RapidFireTakesHotkey(int id);
+  std::string RapidTitleSuffix() const;
+  void OnRapidFireTick();
+  // True when rapid fire took the sampling tick (the recorder then records
+  // nothing).
+  bool OnRapidSamplingTick();
+  // RapidFireHost
+  void StartRepeatTimer(int intervalMs) override;
+  void StopRepeatTimer() override;
+  void ShowRapidStatus(std::string_view text) override;
   void Shutdown();
   // commands
   void Play();
@@ -128,6 +162,8 @@ class MainController final : public PlayerView {
   GuiPorts ports_;
   MainView& view_;
   Player player_;
+  RapidFire rapid_;
+  std::string textBeforeRapid_;
   Settings settings_;
   std::string currentPath_;
   std::string macroFolder_;
@@ -138,6 +174,10 @@ class MainController final : public PlayerView {
   bool closed_ = false;
   std::vector<int> registeredHotkeys_;
   std::vector<int> refusedHotkeys_;
+  std::vector<std::string> refusedNames_;
+  bool refusedShown_ = false;
+  // The macro paths of the non-empty entries of the Hotkey list, in order.
+  std::vector<std::string> hotkeyPaths_;
 };
 
 }  // namespace kx::gui

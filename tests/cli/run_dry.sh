@@ -20,6 +20,13 @@ printf '60000\r\nbeep' > "$dir/long.ksx"
 out=$(run run --dry --stop-at 250 "$dir/long.ksx" | tail -1)
 check "stop" '{"t":250,"ev":"end","reason":"stopped","current_line":0,"cycles_left":1}' "$out"
 
+# A stopped play lets go of what the macro held, unless told to keep it.
+printf 'LCtrl Down\r\nLMouse Down (5,5)\r\n60000\r\nLCtrl Up' > "$dir/held.ksx"
+out=$(run run --dry --stop-at 250 "$dir/held.ksx" | grep -E '"ev":"(keys|mouse)"' | tail -2 | tr -d '\n')
+check "released" '{"t":250,"ev":"keys","keys":[[17,"up"]]}{"t":250,"ev":"mouse","buttons":["lup"]}' "$out"
+out=$(run run --dry --keep-held --stop-at 250 "$dir/held.ksx" | grep -cE '"(up|lup)"' || true)
+check "kept held" "0" "$out"
+
 printf 'a\r\n<pause>\r\nb' > "$dir/pause.ksx"
 out=$(run run --dry "$dir/pause.ksx" | tail -1 | sed 's/"t":[0-9]*,//')
 check "pause" '{"ev":"end","reason":"paused","current_line":2,"cycles_left":1}' "$out"

@@ -43,6 +43,11 @@ Commands (TARGET = window options, plus control options for a control):
   send MSG [WPARAM [LPARAM]]  send it; prints the result
   menu           the window's menu, where it can be read
   dpi            the DPI the target sees
+  keys-down      every key and mouse button down now (GetAsyncKeyState):
+                 key vk=N; no target
+  hotkey-plays N MIN MAX  N times: post the play hotkey (WM_HOTKEY 258) to
+                 the target, wait for its play to start, wait MIN to MAX ms
+                 at random, post it again and wait for the play to end
 
 Window options:
   --hwnd H            the window or control itself (0x hex or decimal)
@@ -99,6 +104,8 @@ constexpr Entry kCommands[] = {
     {L"send", SendCommand, 1, 3},
     {L"menu", Menu},
     {L"dpi", Dpi},
+    {L"keys-down", KeysDown},
+    {L"hotkey-plays", HotkeyPlays, 3, 3},
 };
 
 int Usage(std::string_view why) {

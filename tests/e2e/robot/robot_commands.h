@@ -56,5 +56,7 @@ int Post(const Options& o);
 int SendCommand(const Options& o);
 int Menu(const Options& o);
 int Dpi(const Options& o);
+int KeysDown(const Options& o);
+int HotkeyPlays(const Options& o);
 
 }  // namespace kx::robot
