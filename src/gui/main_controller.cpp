@@ -20,7 +20,10 @@ int ClampSplit(int twips, int innerWidthTwips) {
 }
 
 MainController::MainController(GuiPorts ports, MainView& view)
-    : ports_(ports), view_(view), player_(ports.system, *this) {}
+    : ports_(ports),
+      view_(view),
+      player_(ports.system, *this),
+      recorder_(ports.system.input, ports.system.windows, ports.system.clock) {}
 
 // --- PlayerView --------------------------------------------------------------
 
@@ -216,7 +219,16 @@ void MainController::OnMenuClosed() {
 void MainController::OnTimer(Timer timer) {
   // Each timer's owner takes its ticks; a tick of a stopped timer that was
   // already queued is dropped by its owner.
-  (void)timer;
+  switch (timer) {
+    case Timer::kRecorder:
+      RecorderTick();
+      return;
+    case Timer::kWindow:
+      WindowTick();
+      return;
+    default:
+      return;
+  }
 }
 
 void MainController::OnHotkey(int id) {
@@ -225,10 +237,13 @@ void MainController::OnHotkey(int id) {
       view_.ToggleVisible();
       return;
     case kHotkeyRecord:
+      // The player and the recorder never run together: during a play the
+      // record hotkey does nothing, as the record button and menu item.
       if (!player_.Playing()) Record();
       return;
     case kHotkeyPlay:
     case kHotkeyPause:
+      if (recording_) StopRecording();
       player_.HandleHotkey(id);
       AfterPlay();
       return;
@@ -244,6 +259,9 @@ void MainController::OnTrayClick() {
 // --- commands ----------------------------------------------------------------
 
 void MainController::Play() {
+  // Playing ends a running recording first: its ticks must not record what
+  // the macro sends.
+  if (recording_) StopRecording();
   player_.PlayOrStop();
   AfterPlay();
 }
@@ -271,13 +289,6 @@ void MainController::RequestClose() {
 
 void MainController::Clear() {
   view_.SetEditorText("");
-}
-
-void MainController::Record() {
-  // The recorder comes with the next version; the button already keeps its
-  // state so that "/rec" and the autosave work.
-  recording_ = !recording_;
-  view_.SetButtonCaption(Button::kRecord, recording_ ? "終了" : "記録");
 }
 
 void MainController::SelectSpeed(int rate) {
@@ -308,6 +319,10 @@ void MainController::ToggleOption(std::string_view setting) {
     if (!*field) view_.HighlightLine(-1);
   }
   if (setting == "Balloon") player_.Options().balloon = *field;
+  // The recorder's options count from the next tick.
+  if (recording_)
+    recorder_.SetOptions(
+        RecorderOptionsFromSettings(settings_, ports_.system.clock.HasPerformanceCounter()));
 }
 
 void MainController::RefreshTree() {
