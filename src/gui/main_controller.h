@@ -149,6 +149,7 @@ class MainController final : public PlayerView, public RecorderHookSink {
   Recorder recorder_;
   bool recording_ = false;
   bool recorderTicking_ = false;                          // a tick pumps messages: never re-entered
+  std::string pointerShown_;                              // the pointer position in the status bar
   EditorMode editorMode_ = EditorMode::kNumbersAndRuler;  // shown again after `Hide`
   bool closePending_ = false;
   bool closed_ = false;

@@ -27,6 +27,7 @@ void MainController::StartRecording() {
   recording_ = true;
   view_.SetButtonCaption(Button::kRecord, "終了");
   if (settings_.hide) view_.SetEditorMode(EditorMode::kHidden);
+  pointerShown_.clear();
   recorder_.Start(
       RecorderOptionsFromSettings(settings_, ports_.system.clock.HasPerformanceCounter()),
       mainWindow_);
@@ -59,7 +60,10 @@ void MainController::RecorderTick() {
 
 void MainController::WindowTick() {
   if (!recording_) return;
-  view_.SetStatus(PointerText(ports_.system.input.GetCursorPos()));
+  // Only a change is drawn: the status bar repaints on every new text.
+  const std::string pointer = PointerText(ports_.system.input.GetCursorPos());
+  if (pointer != pointerShown_) view_.SetStatus(pointer);
+  pointerShown_ = pointer;
   AppendRecorded(recorder_.WindowTick());
 }
 

@@ -1,6 +1,7 @@
 #include "recorder/recorder.h"
 
 #include <algorithm>
+#include <vector>
 
 #include "eval/date_text.h"
 #include "input/key_names.h"
@@ -52,6 +53,19 @@ char ButtonLetter(int vk) {
 
 std::string Coordinates(Point p) {
   return "(" + std::to_string(p.x) + "," + std::to_string(p.y) + ")";
+}
+
+// The keys a tick asks about, in rising order: those that can give a line.
+// Asking about the others could change nothing, and every question costs
+// (under Wine a round to the display's event queue).
+const std::vector<int>& SampledKeys() {
+  static const std::vector<int> keys = [] {
+    std::vector<int> out;
+    for (int vk = 1; vk <= kLastKeyCode; ++vk)
+      if (IsButton(vk) || !WordFromKeyCode(vk).empty()) out.push_back(vk);
+    return out;
+  }();
+  return keys;
 }
 
 std::string DateTimeText(const LocalTime& t) {
@@ -126,7 +140,7 @@ std::string Recorder::ReleaseLine() {
 std::string Recorder::Tick() {
   for (Tracked& t : tracked_) t.downNow = false;
   std::string line;
-  for (int vk = 1; vk <= kLastKeyCode; ++vk) {
+  for (const int vk : SampledKeys()) {
     if (Excluded(vk) || !input_.IsKeyDown(vk)) continue;
     const auto t = std::ranges::find(tracked_, vk, &Tracked::vk);
     if (t == tracked_.end()) {
