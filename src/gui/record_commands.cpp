@@ -44,6 +44,7 @@ void MainController::StopRecording() {
   ports_.recorderHooks.Remove();
   view_.StopTimer(Timer::kWindow);
   view_.SetButtonCaption(Button::kRecord, "記録");
+  if (!pointerShown_.empty()) view_.SetStatus("");
   // Shown again also when `Hide` was switched off during the recording.
   view_.SetEditorMode(editorMode_);
 }

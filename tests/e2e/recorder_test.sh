@@ -94,6 +94,8 @@ xdotool mousemove "$px" "$py"
 focus_target
 xdotool key F11
 robot_expect_text "the record button while recording" "終了" "${record_button[@]}"
+robot_expect_text "the pointer in the status bar" "${px}x${py}" "${main[@]}" --ctl-class msctls_statusbar32
+shot recording
 work_in_target
 robot_expect_text_contains "the wheel line" "Wheel -120" "${editor[@]}"
 xdotool key F11

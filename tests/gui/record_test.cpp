@@ -68,6 +68,7 @@ TEST_F(RecordTest, TheRecordButtonRunsTheRecorderAndStopsIt) {
   controller.OnButton(Button::kRecord);
   EXPECT_FALSE(controller.recording());
   EXPECT_EQ(view.buttonCaptions[Button::kRecord], "記録");
+  EXPECT_EQ(view.status, "");  // the pointer position goes with the recording
   EXPECT_TRUE(view.timers.empty());
   ASSERT_EQ(recorderHooks.changes.size(), 4u);
   EXPECT_EQ(recorderHooks.changes[2].what, "remove mouse");
