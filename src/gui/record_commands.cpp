@@ -1,6 +1,11 @@
 // Recording: the record button, menu item, hotkey and "/rec" start and stop
 // the recorder; its timers and hooks feed it while it runs, and what it
 // writes goes to the end of the editor.
+//
+// The player and the recorder never run together. While a macro plays, the
+// record button is disabled, the menu item and the hotkey are refused, and
+// no recorder tick or hook event does anything; starting a play (button,
+// menu, Play or Stop hotkey) ends a running recording first.
 #include "gui/main_controller.h"
 
 namespace kx::gui {
