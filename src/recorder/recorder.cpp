@@ -1,6 +1,7 @@
 #include "recorder/recorder.h"
 
 #include <algorithm>
+#include <span>
 #include <vector>
 
 #include "eval/date_text.h"
@@ -97,6 +98,8 @@ void Recorder::Start(const RecorderOptions& options, WindowHandle ownWindow) {
   options_ = options;
   ownWindow_ = ownWindow;
   for (std::size_t i = 0; i < tracked_.size(); ++i) tracked_[i] = Tracked{kTrackedKeys[i].vk};
+  looked_ = false;
+  anyDown_ = false;
   previousLine_.clear();
   written_ = false;
   lastWindow_ = 0;
@@ -140,8 +143,17 @@ std::string Recorder::ReleaseLine() {
 std::string Recorder::Tick() {
   for (Tracked& t : tracked_) t.downNow = false;
   std::string line;
-  for (const int vk : SampledKeys()) {
-    if (Excluded(vk) || !input_.IsKeyDown(vk)) continue;
+  const std::uint32_t lastInput = input_.LastInputTick();
+  const bool quiet = looked_ && !anyDown_ && lastInput == lastInput_;
+  if (!quiet) {
+    looked_ = true;
+    anyDown_ = false;
+    lastInput_ = lastInput;
+  }
+  for (const int vk : quiet ? std::span<const int>() : std::span<const int>(SampledKeys())) {
+    if (!input_.IsKeyDown(vk)) continue;
+    anyDown_ = true;  // excluded keys too: the exclusions change with a record key
+    if (Excluded(vk)) continue;
     const auto t = std::ranges::find(tracked_, vk, &Tracked::vk);
     if (t == tracked_.end()) {
       if (std::string word = WordFromKeyCode(vk); !word.empty()) line = std::move(word);

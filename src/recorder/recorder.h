@@ -73,6 +73,11 @@ class Recorder {
   RecorderOptions options_;
   WindowHandle ownWindow_ = 0;
   std::array<Tracked, 9> tracked_{};
+  // The keys are asked about only when input came since the last look or
+  // something was down then: otherwise nothing can be down now.
+  bool looked_ = false;
+  bool anyDown_ = false;
+  std::uint32_t lastInput_ = 0;
   std::string previousLine_;
   bool written_ = false;
   std::int64_t reference_ = 0;

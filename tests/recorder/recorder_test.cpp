@@ -83,6 +83,20 @@ TEST_F(RecorderTest, OverlappingHoldsAreReleasedOnePerTickInTrackedOrder) {
             "LCtrl Down\r\nLShift Down\r\nLCtrl Up\r\nLShift Up\r\n");
 }
 
+TEST_F(RecorderTest, PendingReleasesAreWrittenWithoutFurtherInput) {
+  Begin();
+  Run({{kLCtrl}, {kLCtrl, kLShift}, {}});
+  // No input since the keys went up: the ticks still write the releases
+  // still owed, one each.
+  EXPECT_EQ(recorder.Tick(), "LShift Up\r\n");
+  EXPECT_EQ(recorder.Tick(), "");
+  EXPECT_EQ(text, "LCtrl Down\r\nLShift Down\r\nLCtrl Up\r\n");
+  // A key held without new input is still seen, and a new press after it.
+  Tick({kA});
+  EXPECT_EQ(recorder.Tick(), "");
+  EXPECT_EQ(Tick({kA, kB}), "B\r\n");
+}
+
 TEST_F(RecorderTest, APressTakesPrecedenceOverAPendingRelease) {
   Begin();
   // LCtrl is let go in the tick that presses A: the release waits for a
