@@ -36,3 +36,9 @@ add_executable(kx_start_watch ${CMAKE_SOURCE_DIR}/tests/bench/win32/start_watch.
 target_compile_options(kx_start_watch PRIVATE ${KX_WARNINGS})
 target_link_options(kx_start_watch PRIVATE -municode)
 target_link_libraries(kx_start_watch PRIVATE psapi)
+
+# Recorder benchmark: the watcher that times each change of the editor's text
+# (tests/bench/recorder.sh).
+add_executable(kx_editor_watch ${CMAKE_SOURCE_DIR}/tests/bench/win32/editor_watch.cpp)
+target_compile_options(kx_editor_watch PRIVATE ${KX_WARNINGS})
+target_link_options(kx_editor_watch PRIVATE -municode)

@@ -1,6 +1,7 @@
 #pragma once
 // What the main window's logic reaches besides the player's ports: global
 // hotkeys, the other running instance, folders and the settings file.
+#include "recorder/hook_port.h"
 #include "settings/settings_store.h"
 #include "sys/folder_port.h"
 #include "sys/system.h"
@@ -30,6 +31,7 @@ struct GuiPorts {
   FolderPort& folders;
   HotkeyPort& hotkeys;
   InstancePort& instance;
+  RecorderHookPort& recorderHooks;
 };
 
 }  // namespace kx::gui

@@ -107,6 +107,9 @@ void MainController::OnHotkey(int id) {
       if (!player_.Playing()) Record();
       return;
     }
+    // A play or a resumed pause ends the recording first: the player and
+    // the recorder never run together.
+    if (recording_) StopRecording();
     player_.HandleHotkey(id);
     AfterPlay();
     return;

@@ -23,7 +23,8 @@ MainController::MainController(GuiPorts ports, MainView& view)
     : ports_(ports),
       view_(view),
       player_(ports.system, *this),
-      rapid_(ports.system.input, ports.system.clock, *this) {
+      rapid_(ports.system.input, ports.system.clock, *this),
+      recorder_(ports.system.input, ports.system.windows, ports.system.clock) {
   // A "<pause>" line reaches rapid fire first, as the pause hotkey does.
   player_.SetRapidFireArmed([this] { return RapidFireTakesHotkey(kHotkeyPause); });
 }
@@ -228,7 +229,13 @@ void MainController::OnTimer(Timer timer) {
       OnRapidFireTick();
       return;
     case Timer::kRecorder:
+      // One sampling timer serves both: a rapid-fire mode that watches keys
+      // takes the tick, and the recorder then records nothing.
       if (OnRapidSamplingTick()) return;
+      RecorderTick();
+      return;
+    case Timer::kWindow:
+      WindowTick();
       return;
     case Timer::kSchedule:
     case Timer::kCapture:
@@ -243,6 +250,9 @@ void MainController::OnTrayClick() {
 // --- commands ----------------------------------------------------------------
 
 void MainController::Play() {
+  // Playing ends a running recording first: its ticks must not record what
+  // the macro sends.
+  if (recording_) StopRecording();
   player_.PlayOrStop();
   AfterPlay();
 }
@@ -270,13 +280,6 @@ void MainController::RequestClose() {
 
 void MainController::Clear() {
   view_.SetEditorText("");
-}
-
-void MainController::Record() {
-  // The recorder comes with the next version; the button already keeps its
-  // state so that "/rec" and the autosave work.
-  recording_ = !recording_;
-  view_.SetButtonCaption(Button::kRecord, recording_ ? "終了" : "記録");
 }
 
 void MainController::SelectSpeed(int rate) {
@@ -307,6 +310,10 @@ void MainController::ToggleOption(std::string_view setting) {
     if (!*field) view_.HighlightLine(-1);
   }
   if (setting == "Balloon") player_.Options().balloon = *field;
+  // The recorder's options count from the next tick.
+  if (recording_)
+    recorder_.SetOptions(
+        RecorderOptionsFromSettings(settings_, ports_.system.clock.HasPerformanceCounter()));
 }
 
 void MainController::RefreshTree() {

@@ -21,6 +21,7 @@
 #include "input/rapid_fire.h"
 #include "player/macro_lint.h"
 #include "player/player.h"
+#include "recorder/recorder.h"
 #include "settings/settings.h"
 
 namespace kx::gui {
@@ -40,7 +41,9 @@ inline constexpr int kHotkeyRecord = 257;
 inline constexpr int kDefaultSplitTwips = 1335;
 int ClampSplit(int twips, int innerWidthTwips);
 
-class MainController final : public PlayerView, private RapidFireHost {
+class MainController final : public PlayerView,
+                             public RecorderHookSink,
+                             private RapidFireHost {
  public:
   MainController(GuiPorts ports, MainView& view);
 
@@ -86,6 +89,7 @@ class MainController final : public PlayerView, private RapidFireHost {
   const std::string& macroFolder() const { return macroFolder_; }
   bool playing() const { return player_.Playing(); }
   bool autosaveRecording() const { return autosaveRecording_; }
+  bool recording() const { return recording_; }
   Player& player() { return player_; }
   // Ids of the hotkeys the system refused at the last registration.
   const std::vector<int>& refusedHotkeys() const { return refusedHotkeys_; }
@@ -102,6 +106,11 @@ class MainController final : public PlayerView, private RapidFireHost {
   void VariablesChanged() override {}
   std::string IdleCaption() override;
   WindowHandle MainWindow() override;
+
+  // --- RecorderHookSink: the hooks' events while a recording runs ---
+  void OnHookMouseMove(Point screen) override;
+  void OnHookWheel(int delta) override;
+  void OnHookKey(int vk, int message, bool altDown) override;
 
   void SetMainWindowHandle(WindowHandle handle) { mainWindow_ = handle; }
 
@@ -138,7 +147,13 @@ class MainController final : public PlayerView, private RapidFireHost {
   void ToggleOption(std::string_view setting);
   bool* OptionField(std::string_view setting);
   void RefreshTree();
+  // record_commands.cpp
   void Record();
+  void StartRecording();
+  void StopRecording();
+  void RecorderTick();
+  void WindowTick();
+  void AppendRecorded(const std::string& text);
   // editor_commands.cpp
   void Insert(const MenuEntry& entry);
   void PartialLoop();
@@ -169,7 +184,11 @@ class MainController final : public PlayerView, private RapidFireHost {
   std::string macroFolder_;
   WindowHandle mainWindow_ = 0;
   bool autosaveRecording_ = false;
+  Recorder recorder_;
   bool recording_ = false;
+  bool recorderTicking_ = false;                          // a tick pumps messages: never re-entered
+  std::string pointerShown_;                              // the pointer position in the status bar
+  EditorMode editorMode_ = EditorMode::kNumbersAndRuler;  // shown again after `Hide`
   bool closePending_ = false;
   bool closed_ = false;
   std::vector<int> registeredHotkeys_;

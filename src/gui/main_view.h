@@ -50,7 +50,9 @@ struct FileDialogRequest {
 };
 
 // The main window's timers; each arrives as MainController::OnTimer(id).
-enum class Timer { kSchedule = 1, kRecorder = 2, kRapidFire = 3, kCapture = 4 };
+// kRecorder samples keys (50 ms) and kWindow notes the active window and the
+// pointer (250 ms) while a recording runs.
+enum class Timer { kSchedule = 1, kRecorder = 2, kRapidFire = 3, kCapture = 4, kWindow = 5 };
 
 enum class Button { kRecord = 0, kPlay = 1, kClear = 2, kSave = 3, kOpen = 4 };
 inline constexpr int kButtonCount = 5;
@@ -65,6 +67,9 @@ class MainView {
   // Replaces the selection (or inserts at the caret) and leaves the caret
   // after the new text.
   virtual void InsertAtCaret(std::string_view text) = 0;
+  // Puts the caret at the end of the text, adds the text there and scrolls
+  // it into view (the recorder's lines).
+  virtual void AppendEditorText(std::string_view text) = 0;
   virtual std::optional<LineRange> SelectedLines() = 0;
   virtual void SetEditorReadOnly(bool readOnly) = 0;
   virtual void SetEditorFontSize(int points) = 0;

@@ -68,7 +68,8 @@ StartResult MainController::StartUp() {
 
   macroFolder_ = JoinPath(ports_.system.files, ports_.system.files.AppFolder(), "Macro");
   view_.SetEditorFontSize(settings_.fontSize);
-  view_.SetEditorMode(EditorModeFromTextMode(settings_.textMode));
+  editorMode_ = EditorModeFromTextMode(settings_.textMode);
+  view_.SetEditorMode(editorMode_);
   ApplyHotkeys();
   ApplyChecks();
   view_.SetTrayIcon(settings_.tray);
@@ -143,6 +144,8 @@ void MainController::Shutdown() {
   const KeyRecord release[] = {{kVkShift, true}, {kVkControl, true}, {kVkMenu, true}};
   ports_.system.input.SendKeys(release);
   player_.ReleaseHeld();
+  // Removes the hooks and stops the recorder's timers; the text stays.
+  StopRecording();
   if (autosaveRecording_)
     AutosaveRecording(ports_.system.files, settings_.linkage, view_.EditorText());
   view_.SetTrayIcon(false);

@@ -55,6 +55,9 @@ class InputPort {
   // GetAsyncKeyState's sign bit: the key or mouse button is physically down
   // now, whatever thread's input state. The recorder and rapid fire sample it.
   virtual bool IsKeyDown(int vk) = 0;
+  // GetLastInputInfo: the millisecond tick of the last keyboard or mouse
+  // input of the session. While it stands still no key or button changed.
+  virtual std::uint32_t LastInputTick() = 0;
   // VkKeyScanExA on the default layout for the character's ANSI code: the
   // virtual key in the low byte, the shift state in the high byte; -1 when no
   // key produces it or the character is outside the ANSI code page.

@@ -71,6 +71,11 @@ class SimMainView final : public gui::MainView {
     text.insert(caret, t);
     caret += t.size();
   }
+  void AppendEditorText(std::string_view t) override {
+    text += t;
+    caret = text.size();
+    selection.reset();
+  }
   std::optional<gui::LineRange> SelectedLines() override { return selection; }
   void SetEditorReadOnly(bool on) override { readOnly = on; }
   void SetEditorFontSize(int points) override { fontSize = points; }

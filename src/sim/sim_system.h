@@ -74,7 +74,10 @@ class SimSystem final : public InputPort,
   void FailClipboardWrites(int n) { failingClipboardWrites_ = n; }
   void SetToggle(int vk, bool on) { toggles_[vk] = on; }
   // The physical state IsKeyDown reports, as a user's hands would set it.
-  void SetKeyDown(int vk, bool down) { physicalDown_[vk] = down; }
+  void SetKeyDown(int vk, bool down) {
+    physicalDown_[vk] = down;
+    ++lastInputTick_;  // moves on with every change, as the real one does
+  }
   // While on, the system takes no key or button event, as when a window of
   // higher integrity has the focus; nothing reaches the trace.
   void BlockInput(bool on) { inputBlocked_ = on; }
@@ -106,6 +109,7 @@ class SimSystem final : public InputPort,
   Point GetCursorPos() override { return cursor_; }
   std::int16_t GetKeyState(int vk) override;
   bool IsKeyDown(int vk) override;
+  std::uint32_t LastInputTick() override { return lastInputTick_; }
   std::int16_t VkKeyScan(char32_t ch) override;
   bool IsCharUpper(char32_t ch) override;
 
@@ -217,6 +221,7 @@ class SimSystem final : public InputPort,
   int failingClipboardWrites_ = 0;
   std::map<int, bool> toggles_;
   std::map<int, bool> physicalDown_;
+  std::uint32_t lastInputTick_ = 0;
   bool inputBlocked_ = false;
   Point cursor_{0, 0};
   std::deque<std::optional<std::string>> inputAnswers_;

@@ -2,7 +2,8 @@
 """Taps X keys through the XTest extension, started ahead of time so that a
 timed key press carries none of a program's start-up.
 
-Prints "ready" once connected; then for each key name read from stdin (an X
+An optional argument is how long each key is held, in seconds (default
+0.05). Prints "ready" once connected; then for each key name read from stdin (an X
 keysym name such as "Pause") taps the key and prints the Unix time of the
 press in microseconds.
 """
@@ -21,6 +22,7 @@ x11.XKeysymToKeycode.argtypes = [ctypes.c_void_p, ctypes.c_ulong]
 x11.XFlush.argtypes = [ctypes.c_void_p]
 xtst.XTestFakeKeyEvent.argtypes = [ctypes.c_void_p, ctypes.c_uint, ctypes.c_int, ctypes.c_ulong]
 
+hold = float(sys.argv[1]) if len(sys.argv) > 1 else 0.05
 display = x11.XOpenDisplay(None)
 if not display:
     sys.exit("x_key_sender: cannot open the display")
@@ -33,7 +35,7 @@ for line in sys.stdin:
     pressed = time.time_ns() // 1000
     xtst.XTestFakeKeyEvent(display, code, 1, 0)
     x11.XFlush(display)
-    time.sleep(0.05)
+    time.sleep(hold)
     xtst.XTestFakeKeyEvent(display, code, 0, 0)
     x11.XFlush(display)
     print(pressed, flush=True)

@@ -9,6 +9,7 @@
 
 #include "gui/main_controller.h"
 #include "settings/ini_store.h"
+#include "sim/sim_hooks.h"
 #include "sim/sim_main_view.h"
 #include "sim/sim_system.h"
 #include "text/macro_text.h"
@@ -114,7 +115,9 @@ class GuiFixture {
   MemoryFolders folders{sim};
   MemoryHotkeys hotkeys;
   OtherInstance instance;
-  gui::MainController controller{{sim.Ports(), store, folders, hotkeys, instance}, view};
+  sim::SimRecorderHooks recorderHooks{sim};
+  gui::MainController controller{{sim.Ports(), store, folders, hotkeys, instance, recorderHooks},
+                                 view};
   std::map<int, std::function<void()>> midPlay;
 };
 

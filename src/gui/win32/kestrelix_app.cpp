@@ -5,6 +5,7 @@
 #include "gui/main_controller.h"
 #include "gui/win32/main_window.h"
 #include "gui/win32/win32_gui_ports.h"
+#include "recorder/win32/win32_recorder_hooks.h"
 #include "settings/win32/settings_store_win32.h"
 #include "sys/local_files.h"
 #include "sys/win32/win32_system.h"
@@ -44,7 +45,10 @@ int RunKestrelix(HINSTANCE, int) {
   system.notify().SetMainWindow(window.hwnd());
   system.notify().SetStatusSink([&window](std::string_view text) { window.SetStatus(text); });
 
-  gui::MainController controller({system.Ports(), store, folders, hotkeys, instance}, window);
+  Win32RecorderHooks recorderHooks;
+
+  gui::MainController controller({system.Ports(), store, folders, hotkeys, instance, recorderHooks},
+                                 window);
   controller.SetMainWindowHandle(FromHwnd(window.hwnd()));
   window.SetController(&controller);
   if (controller.StartUp() != gui::StartResult::kRunning) return 0;

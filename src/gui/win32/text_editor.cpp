@@ -74,6 +74,15 @@ void TextEditor::InsertAtCaret(std::string_view text) {
   sRulerChange();
 }
 
+void TextEditor::AppendText(std::string_view text) {
+  const int end = ::GetWindowTextLengthW(edit_);
+  ::SendMessageW(edit_, EM_SETSEL, static_cast<WPARAM>(end), end);
+  // Not undoable: the recorder adds many small pieces.
+  ::SendMessageW(edit_, EM_REPLACESEL, FALSE, reinterpret_cast<LPARAM>(Widen(text).c_str()));
+  ::SendMessageW(edit_, EM_SCROLLCARET, 0, 0);
+  sRulerChange();
+}
+
 std::optional<gui::LineRange> TextEditor::SelectedLines() const {
   DWORD start = 0;
   DWORD end = 0;

@@ -95,6 +95,12 @@ bool Win32Input::IsKeyDown(int vk) {
   return ::GetAsyncKeyState(vk) < 0;
 }
 
+std::uint32_t Win32Input::LastInputTick() {
+  LASTINPUTINFO info{sizeof info, 0};
+  ::GetLastInputInfo(&info);
+  return info.dwTime;
+}
+
 std::int16_t Win32Input::VkKeyScan(char32_t ch) {
   const auto b = AnsiByte(ch);
   if (!b) return -1;

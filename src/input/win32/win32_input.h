@@ -25,6 +25,7 @@ class Win32Input final : public InputPort {
   Point GetCursorPos() override;
   std::int16_t GetKeyState(int vk) override;
   bool IsKeyDown(int vk) override;
+  std::uint32_t LastInputTick() override;
   std::int16_t VkKeyScan(char32_t ch) override;
   bool IsCharUpper(char32_t ch) override;
 

@@ -1,0 +1,242 @@
+#include "recorder/recorder.h"
+
+#include <algorithm>
+#include <span>
+#include <vector>
+
+#include "eval/date_text.h"
+#include "input/key_names.h"
+#include "settings/settings.h"
+
+namespace kx {
+
+namespace {
+
+constexpr int kLeftButton = 1;
+constexpr int kRightButton = 2;
+constexpr int kMiddleButton = 4;
+constexpr int kLeftAlt = 164;
+constexpr int kRightAlt = 165;
+constexpr int kLastKeyCode = 255;
+constexpr std::int64_t kMsPerSecond = 1000;
+// Waits this short are dropped: the timer's own jitter.
+constexpr std::int64_t kLongestDroppedWaitMs = 9;
+constexpr char kLineEnd[] = "\r\n";
+
+// The tracked keys, in the order releases are looked for, with the line of
+// a release (mouse buttons write theirs with the pointer's position).
+struct TrackedKey {
+  int vk;
+  std::string_view upLine;
+};
+constexpr TrackedKey kTrackedKeys[] = {
+    {kLeftButton, ""},  {kRightButton, ""},    {kMiddleButton, ""},
+    {162, "LCtrl Up"},  {163, "RCtrl Up"},     {160, "LShift Up"},
+    {161, "RShift Up"}, {kLeftAlt, "LAlt Up"}, {kRightAlt, "RAlt Up"},
+};
+static_assert(std::size(kTrackedKeys) == 9);
+
+// Never recorded as presses: the generic modifiers (their left and right
+// keys are tracked instead) and the input-method keys.
+constexpr int kExcludedKeys[] = {16, 17, 18, 240, 242, 245, 246, 251};
+
+// Foreground windows that are the desktop, the taskbar or the start menu.
+constexpr std::string_view kIgnoredWindowClasses[] = {"Static", "Shell_TrayWnd", "Progman",
+                                                      "WorkerW", "DV2ControlHost"};
+
+bool IsButton(int vk) {
+  return vk == kLeftButton || vk == kRightButton || vk == kMiddleButton;
+}
+
+char ButtonLetter(int vk) {
+  return vk == kLeftButton ? 'L' : vk == kRightButton ? 'R' : 'M';
+}
+
+std::string Coordinates(Point p) {
+  return "(" + std::to_string(p.x) + "," + std::to_string(p.y) + ")";
+}
+
+// The keys a tick asks about, in rising order: those that can give a line.
+// Asking about the others could change nothing, and every question costs
+// (under Wine a round to the display's event queue).
+const std::vector<int>& SampledKeys() {
+  static const std::vector<int> keys = [] {
+    std::vector<int> out;
+    for (int vk = 1; vk <= kLastKeyCode; ++vk)
+      if (IsButton(vk) || !WordFromKeyCode(vk).empty()) out.push_back(vk);
+    return out;
+  }();
+  return keys;
+}
+
+std::string DateTimeText(const LocalTime& t) {
+  const DateParts parts{t.year, t.month, t.day, t.hour, t.minute, t.second};
+  const auto serial = SerialFromParts(parts);
+  return serial ? FormatDate(*serial) : std::string();
+}
+
+}  // namespace
+
+RecorderOptions RecorderOptionsFromSettings(const Settings& s, bool hasPerformanceCounter) {
+  RecorderOptions o;
+  o.mouse = s.mouse;
+  o.mouCl = s.mouCl;
+  o.move = s.move;
+  o.recAct = s.recAct;
+  o.time = s.time && hasPerformanceCounter;
+  o.stamp = s.stamp;
+  o.recKeyMouse = s.recKeyMouse;
+  o.recKeyClick = s.recKeyClick;
+  return o;
+}
+
+std::string PointerText(Point screen) {
+  return std::to_string(screen.x) + "x" + std::to_string(screen.y);
+}
+
+void Recorder::Start(const RecorderOptions& options, WindowHandle ownWindow) {
+  options_ = options;
+  ownWindow_ = ownWindow;
+  for (std::size_t i = 0; i < tracked_.size(); ++i) tracked_[i] = Tracked{kTrackedKeys[i].vk};
+  looked_ = false;
+  anyDown_ = false;
+  previousLine_.clear();
+  written_ = false;
+  lastWindow_ = 0;
+  lastMove_.clear();
+  mouseKeyHeld_ = false;
+  clickKeyHeld_ = false;
+  reference_ = clock_.PerformanceCounter();
+}
+
+bool Recorder::Excluded(int vk) const {
+  if (std::ranges::find(kExcludedKeys, vk) != std::end(kExcludedKeys)) return true;
+  if (vk == options_.recKeyMouse || vk == options_.recKeyClick) return true;
+  return IsButton(vk) && !options_.mouse && !clickKeyHeld_;
+}
+
+Point Recorder::Position(bool pumpFirst) {
+  const Point screen = input_.GetCursorPos();
+  if (!options_.mouCl) return screen;
+  // A click activates its window: let that settle before asking which
+  // window is in front.
+  if (pumpFirst) clock_.PumpMessages();
+  return windows_.ScreenToClient(windows_.Foreground(), screen);
+}
+
+std::string Recorder::ButtonLine(int vk, bool down) {
+  const Point p = Position(down && vk == kLeftButton);
+  return std::string(1, ButtonLetter(vk)) + (options_.mouCl ? "MouCl" : "Mouse") +
+         (down ? " Down " : " Up ") + Coordinates(p);
+}
+
+std::string Recorder::ReleaseLine() {
+  for (std::size_t i = 0; i < tracked_.size(); ++i) {
+    Tracked& t = tracked_[i];
+    if (!t.recordedDown || t.downNow) continue;
+    t.recordedDown = false;
+    return IsButton(t.vk) ? ButtonLine(t.vk, false) : std::string(kTrackedKeys[i].upLine);
+  }
+  return {};
+}
+
+std::string Recorder::Tick() {
+  for (Tracked& t : tracked_) t.downNow = false;
+  std::string line;
+  const std::uint32_t lastInput = input_.LastInputTick();
+  const bool quiet = looked_ && !anyDown_ && lastInput == lastInput_;
+  if (!quiet) {
+    looked_ = true;
+    anyDown_ = false;
+    lastInput_ = lastInput;
+  }
+  for (const int vk : quiet ? std::span<const int>() : std::span<const int>(SampledKeys())) {
+    if (!input_.IsKeyDown(vk)) continue;
+    anyDown_ = true;  // excluded keys too: the exclusions change with a record key
+    if (Excluded(vk)) continue;
+    const auto t = std::ranges::find(tracked_, vk, &Tracked::vk);
+    if (t == tracked_.end()) {
+      if (std::string word = WordFromKeyCode(vk); !word.empty()) line = std::move(word);
+      continue;
+    }
+    t->downNow = true;
+    // Clicks on the program itself (its buttons, its editor) are not part
+    // of the user's work.
+    if (vk == kLeftButton && ownWindow_ != 0 && windows_.Foreground() == ownWindow_) return {};
+    if (t->recordedDown) continue;  // only the press edge is written
+    t->recordedDown = true;
+    line = IsButton(vk) ? ButtonLine(vk, true) : WordFromKeyCode(vk);
+  }
+  if (line.empty()) line = ReleaseLine();
+
+  // A key held over several ticks, and auto-repeat, give one line; an
+  // empty tick in between makes the same line count again.
+  if (line != previousLine_) written_ = false;
+  if (line.empty() || written_) return {};
+  std::string out = Write(line);
+  written_ = true;
+  previousLine_ = std::move(line);
+  return out;
+}
+
+std::string Recorder::Write(std::string_view line) {
+  std::string out;
+  if (options_.time) {
+    const std::int64_t now = clock_.PerformanceCounter();
+    const std::int64_t frequency = std::max<std::int64_t>(1, clock_.PerformanceFrequency());
+    const std::int64_t elapsedMs = (now - reference_) * kMsPerSecond / frequency;
+    if (elapsedMs > kLongestDroppedWaitMs) out += std::to_string(elapsedMs) + kLineEnd;
+    reference_ = now;
+  }
+  out += line;
+  out += kLineEnd;
+  return out;
+}
+
+std::string Recorder::WindowTick() {
+  if (!options_.recAct) return {};
+  const WindowHandle window = windows_.Foreground();
+  if (window == 0 || window == ownWindow_ || window == lastWindow_) return {};
+  lastWindow_ = window;
+  const std::string className = windows_.ClassName(window);
+  if (className.empty() ||
+      std::ranges::find(kIgnoredWindowClasses, className) != std::end(kIgnoredWindowClasses))
+    return {};
+  std::string out;
+  if (options_.stamp) out += "'" + DateTimeText(clock_.Now()) + kLineEnd;
+  out += "W " + className + "," + windows_.Title(window) + kLineEnd;
+  return out;
+}
+
+std::string Recorder::OnMouseMove(Point screen) {
+  if (!options_.move && !mouseKeyHeld_) return {};
+  std::string line =
+      options_.mouCl
+          ? "MouClPos" + Coordinates(windows_.ScreenToClient(windows_.Foreground(), screen))
+          : "MousePos" + Coordinates(screen);
+  // The hook reports a move for every pixel and for some events in place;
+  // a position is written once.
+  if (line == lastMove_) return {};
+  lastMove_ = line;
+  return Write(line);
+}
+
+std::string Recorder::OnWheel(int delta) {
+  if (delta == 0) return {};
+  return Write("Wheel " + std::to_string(delta));
+}
+
+void Recorder::OnKey(int vk, int message, bool altDown) {
+  const bool down = message == kMsgKeyDown || message == kMsgSysKeyDown;
+  const bool up = message == kMsgKeyUp || message == kMsgSysKeyUp;
+  for (auto [key, held] : {std::pair{options_.recKeyMouse, &mouseKeyHeld_},
+                           std::pair{options_.recKeyClick, &clickKeyHeld_}}) {
+    if (key == 0 || vk != key) continue;
+    if (key == kLeftAlt || key == kRightAlt)
+      *held = altDown;
+    else if (down || up)
+      *held = down;
+  }
+}
+
+}  // namespace kx

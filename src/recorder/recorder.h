@@ -1,0 +1,90 @@
+#pragma once
+// The recorder: turns sampled key and button states, pointer moves and wheel
+// turns into macro lines. Every call returns the text to append at the end of
+// the editor (lines ending in CR LF), empty when there is nothing to write.
+#include <array>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "input/input_port.h"
+#include "recorder/hook_port.h"
+#include "sys/clock_port.h"
+#include "sys/window_port.h"
+
+namespace kx {
+
+struct Settings;
+
+struct RecorderOptions {
+  bool mouse = true;    // mouse buttons
+  bool mouCl = false;   // positions in the foreground window's client area
+  bool move = true;     // pointer moves
+  bool recAct = false;  // "W class,title" when the active window changes
+  bool time = false;    // waits between lines
+  bool stamp = false;   // a date-time comment before each "W" line
+  int recKeyMouse = 0;  // held: pointer moves are recorded even without `move`
+  int recKeyClick = 0;  // held: mouse buttons are recorded even without `mouse`
+};
+
+// `time` only counts where the machine has the performance counter.
+RecorderOptions RecorderOptionsFromSettings(const Settings& settings, bool hasPerformanceCounter);
+
+// The pointer position as the status bar shows it: "640x480".
+std::string PointerText(Point screen);
+
+class Recorder {
+ public:
+  Recorder(InputPort& input, WindowPort& windows, ClockPort& clock)
+      : input_(input), windows_(windows), clock_(clock) {}
+
+  // Forgets every key and the last line, and takes the reference time for
+  // waits now. `ownWindow`: left clicks on it and its activation are never
+  // recorded.
+  void Start(const RecorderOptions& options, WindowHandle ownWindow);
+  void SetOptions(const RecorderOptions& options) { options_ = options; }
+
+  // One tick of the sampling timer: at most one press (the highest key code
+  // down) or else one release, in the tracked order.
+  std::string Tick();
+  // One tick of the window timer: the "W" line of a newly active window.
+  std::string WindowTick();
+
+  // Hook events.
+  std::string OnMouseMove(Point screen);
+  std::string OnWheel(int delta);
+  void OnKey(int vk, int message, bool altDown);
+
+ private:
+  struct Tracked {
+    int vk;
+    bool downNow = false;
+    bool recordedDown = false;
+  };
+  bool Excluded(int vk) const;
+  Point Position(bool pumpFirst);
+  std::string ButtonLine(int vk, bool down);
+  std::string ReleaseLine();
+  std::string Write(std::string_view line);
+
+  InputPort& input_;
+  WindowPort& windows_;
+  ClockPort& clock_;
+  RecorderOptions options_;
+  WindowHandle ownWindow_ = 0;
+  std::array<Tracked, 9> tracked_{};
+  // The keys are asked about only when input came since the last look or
+  // something was down then: otherwise nothing can be down now.
+  bool looked_ = false;
+  bool anyDown_ = false;
+  std::uint32_t lastInput_ = 0;
+  std::string previousLine_;
+  bool written_ = false;
+  std::int64_t reference_ = 0;
+  WindowHandle lastWindow_ = 0;
+  std::string lastMove_;
+  bool mouseKeyHeld_ = false;
+  bool clickKeyHeld_ = false;
+};
+
+}  // namespace kx
