@@ -219,24 +219,6 @@ void MainController::OnTimer(Timer timer) {
   (void)timer;
 }
 
-void MainController::OnHotkey(int id) {
-  switch (id) {
-    case kHotkeyShowHide:
-      view_.ToggleVisible();
-      return;
-    case kHotkeyRecord:
-      if (!player_.Playing()) Record();
-      return;
-    case kHotkeyPlay:
-    case kHotkeyPause:
-      player_.HandleHotkey(id);
-      AfterPlay();
-      return;
-    default:
-      return;
-  }
-}
-
 void MainController::OnTrayClick() {
   view_.ToggleVisible();
 }

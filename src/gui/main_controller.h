@@ -56,6 +56,8 @@ class MainController final : public PlayerView {
   // Help of the highlighted menu item; submenu titles leave the panel.
   void OnMenuSelect(int id, bool submenu);
   void OnMenuClosed();
+  // WM_HOTKEY: 256 show/hide, 257 record, 258 play/stop, 259 pause/resume,
+  // 512 + n the n-th entry of the Hotkey list.
   void OnHotkey(int id);
   void OnTimer(Timer timer);
   void OnTrayClick();
@@ -64,6 +66,15 @@ class MainController final : public PlayerView {
   void OnTreeCopyPath(const std::string& path);
   void OnOpenMacroFolder();
   void OnFileDropped(const std::string& path);
+
+  // Unregisters every hotkey in use and registers the four fixed ones and
+  // the per-macro ones from the settings; a hotkey the system refuses is
+  // named in the status bar. Start-up and the options dialog call it.
+  void ApplyHotkeys();
+  // A per-macro hotkey's and a scheduled run's action: keeps the editor's
+  // text, loads the file, plays it as the play hotkey does and puts the kept
+  // text back. A missing file does nothing.
+  void PlayMacroFileAsHotkey(const std::string& path);
 
   // --- state, for the window and for tests ---
   const Settings& settings() const { return settings_; }
@@ -93,8 +104,15 @@ class MainController final : public PlayerView {
   bool RunCommandLineMacro(const std::vector<std::string>& tokens);
   void ApplyPlacement();
   void ApplyChecks();
-  void RegisterHotkeys();
+  // hotkey_commands.cpp
+  void RegisterHotkey(int id, int modifiers, int key, std::string name);
   void UnregisterHotkeys();
+  void ShowRefusedHotkeys();
+  void ShowOrHide();
+  // rapid_fire_commands.cpp
+  // True when a rapid-fire mode is on and so takes the record, play or pause
+  // hotkey: record does nothing, play and pause stop the repeating.
+  bool RapidFireTakesHotkey(int id);
   void Shutdown();
   // commands
   void Play();
@@ -138,6 +156,10 @@ class MainController final : public PlayerView {
   bool closed_ = false;
   std::vector<int> registeredHotkeys_;
   std::vector<int> refusedHotkeys_;
+  std::vector<std::string> refusedNames_;
+  bool refusedShown_ = false;
+  // The macro paths of the non-empty entries of the Hotkey list, in order.
+  std::vector<std::string> hotkeyPaths_;
 };
 
 }  // namespace kx::gui

@@ -23,7 +23,9 @@ struct PlacementTwips {
 };
 
 enum class WindowState { kNormal = 0, kMinimized = 1, kMaximized = 2 };
-enum class ShowMode { kNormal, kMinimized, kHidden };
+// kNormal is the first show, in the stored state; kRestored brings a
+// minimised window back; kShown makes a hidden window visible as it was.
+enum class ShowMode { kNormal, kMinimized, kHidden, kRestored, kShown };
 
 // Editor display: line numbers and ruler, line numbers, plain, or hidden.
 enum class EditorMode { kNumbersAndRuler, kNumbers, kPlain, kHidden };
@@ -96,6 +98,8 @@ class MainView {
   // Hidden or minimised windows come back normal and to the front; a
   // visible one is hidden (the show/hide hotkey and the tray icon).
   virtual void ToggleVisible() = 0;
+  virtual void FocusEditor() = 0;
+  virtual void BringToFront() = 0;
   virtual WindowState State() = 0;
   virtual PlacementTwips Placement() = 0;
   virtual void SetPlacement(const PlacementTwips& placement, WindowState state) = 0;

@@ -35,21 +35,6 @@ WindowState StoredState(int winState) {
                                                                : WindowState::kNormal;
 }
 
-std::string HotkeyName(int id) {
-  switch (id) {
-    case kHotkeyShowHide:
-      return "表示/非表示";
-    case kHotkeyRecord:
-      return "記録";
-    case kHotkeyPlay:
-      return "再生/停止";
-    case kHotkeyPause:
-      return "一時停止/再開";
-    default:
-      return std::to_string(id);
-  }
-}
-
 }  // namespace
 
 StartResult MainController::StartUp() {
@@ -84,7 +69,7 @@ StartResult MainController::StartUp() {
   macroFolder_ = JoinPath(ports_.system.files, ports_.system.files.AppFolder(), "Macro");
   view_.SetEditorFontSize(settings_.fontSize);
   view_.SetEditorMode(EditorModeFromTextMode(settings_.textMode));
-  RegisterHotkeys();
+  ApplyHotkeys();
   ApplyChecks();
   view_.SetTrayIcon(settings_.tray);
   view_.SetLoopCount(LoopCountFromSettings(settings_));
@@ -149,36 +134,6 @@ void MainController::ApplyChecks() {
       if (const auto id = MenuIdFor(Command::kToggleOption, entry.argument))
         view_.CheckMenuItem(*id, *field);
   }
-}
-
-void MainController::RegisterHotkeys() {
-  struct Global {
-    int id;
-    int modifiers;
-    int key;
-  };
-  const Global globals[] = {
-      {kHotkeyShowHide, settings_.hotkeyVMod, settings_.hotkeyV},
-      {kHotkeyRecord, settings_.hotkeyRecMod, settings_.hotkeyRec},
-      {kHotkeyPause, settings_.hotkeyStopMod, settings_.hotkeyStop},
-  };
-  for (const Global& g : globals) {
-    if (g.modifiers == 0 && g.key == 0) continue;
-    if (ports_.hotkeys.Register(g.id, g.modifiers, g.key))
-      registeredHotkeys_.push_back(g.id);
-    else
-      refusedHotkeys_.push_back(g.id);
-  }
-  if (refusedHotkeys_.empty()) return;
-  // The user learns which keys do nothing, and why.
-  std::string names;
-  for (const int id : refusedHotkeys_) names += (names.empty() ? "" : "、") + HotkeyName(id);
-  view_.SetStatus("登録できなかったホットキー: " + names + " (他のプログラムが使用中です)");
-}
-
-void MainController::UnregisterHotkeys() {
-  for (const int id : registeredHotkeys_) ports_.hotkeys.Unregister(id);
-  registeredHotkeys_.clear();
 }
 
 void MainController::Shutdown() {

@@ -48,6 +48,8 @@ class SimMainView final : public gui::MainView {
   bool playingIcon = false;
   bool closed = false;
   bool aboutShown = false;
+  int editorFocused = 0;             // times the editor was given the focus
+  int broughtToFront = 0;            // times the window was brought to the front
   std::map<gui::Timer, int> timers;  // running timers and their intervals
   std::vector<std::string> commandLines;
   std::vector<gui::FileDialogRequest> dialogs;  // every file dialog opened
@@ -104,12 +106,15 @@ class SimMainView final : public gui::MainView {
     shown = mode;
     visible = mode != gui::ShowMode::kHidden;
     if (mode == gui::ShowMode::kMinimized) state = gui::WindowState::kMinimized;
+    if (mode == gui::ShowMode::kRestored) state = gui::WindowState::kNormal;
   }
   bool Visible() override { return visible; }
   void ToggleVisible() override {
     visible = !visible || state == gui::WindowState::kMinimized;
     if (visible) state = gui::WindowState::kNormal;
   }
+  void FocusEditor() override { ++editorFocused; }
+  void BringToFront() override { ++broughtToFront; }
   gui::WindowState State() override { return state; }
   gui::PlacementTwips Placement() override { return placement; }
   void SetPlacement(const gui::PlacementTwips& p, gui::WindowState s) override {

@@ -153,8 +153,9 @@ TEST_F(StartUpTest, SecondInstanceRaisesTheFirstAndEnds) {
 TEST_F(StartUpTest, RefusedHotkeysAreNamedInTheStatusBar) {
   hotkeys.refuse = {257, 258};
   controller.StartUp();
-  EXPECT_EQ(controller.refusedHotkeys(), (std::vector<int>{258, 257}));
-  EXPECT_EQ(view.status, "登録できなかったホットキー: 再生/停止、記録 (他のプログラムが使用中です)");
+  EXPECT_EQ(controller.refusedHotkeys(), (std::vector<int>{257, 258}));
+  EXPECT_EQ(view.status,
+            "登録できなかったホットキー: 記録、再生/停止 (他のプログラムが使用中です)");
 }
 
 TEST_F(StartUpTest, WithoutPerformanceCounterTimeRecordingIsDisabled) {

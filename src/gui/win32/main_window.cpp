@@ -195,6 +195,12 @@ void MainWindow::Show(gui::ShowMode mode) {
       ::ShowWindow(hwnd(),
                    storedState_ == gui::WindowState::kMaximized ? SW_SHOWMAXIMIZED : SW_SHOWNORMAL);
       break;
+    case gui::ShowMode::kRestored:
+      ::ShowWindow(hwnd(), SW_RESTORE);
+      break;
+    case gui::ShowMode::kShown:
+      ::ShowWindow(hwnd(), SW_SHOW);
+      break;
   }
   ::UpdateWindow(hwnd());
 }
@@ -209,6 +215,14 @@ void MainWindow::ToggleVisible() {
     return;
   }
   ::ShowWindow(hwnd(), SW_SHOWNORMAL);
+  ::SetForegroundWindow(hwnd());
+}
+
+void MainWindow::FocusEditor() {
+  ::SetFocus(editor_.hText());
+}
+
+void MainWindow::BringToFront() {
   ::SetForegroundWindow(hwnd());
 }
 

@@ -46,6 +46,8 @@ class MainWindow final : public WindowBase, public gui::MainView {
   void Show(gui::ShowMode mode) override;
   bool Visible() override;
   void ToggleVisible() override;
+  void FocusEditor() override;
+  void BringToFront() override;
   gui::WindowState State() override;
   gui::PlacementTwips Placement() override;
   void SetPlacement(const gui::PlacementTwips& placement, gui::WindowState state) override;
