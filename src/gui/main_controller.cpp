@@ -140,8 +140,7 @@ void MainController::OnMenuCommand(int id) {
       ToggleOption(entry->argument);
       break;
     case Command::kOptionsDialog:
-      ports_.system.dialogs.MessageBox(mainWindow_, "オプション画面は次の版で使えるようになります",
-                                       kAppTitle);
+      OpenOptions();
       break;
     case Command::kLintMacro:
       LintMacro();
@@ -216,7 +215,7 @@ void MainController::OnMenuClosed() {
 void MainController::OnTimer(Timer timer) {
   // Each timer's owner takes its ticks; a tick of a stopped timer that was
   // already queued is dropped by its owner.
-  (void)timer;
+  if (timer == Timer::kSchedule) OnScheduleTick();
 }
 
 void MainController::OnTrayClick() {
