@@ -60,8 +60,9 @@ class MainWindow final : public WindowBase, public gui::MainView {
   std::optional<std::string> AskFolder(std::string_view title) override;
   void RunCommandLine(std::string_view commandLine) override;
   void ShowAbout() override;
-  void StartTimer(Timer timer, int intervalMs) override;
-  void StopTimer(Timer timer) override;
+  void ShowOptionsDialog(gui::OptionsDialog& dialog) override;
+  void StartTimer(gui::Timer timer, int intervalMs) override;
+  void StopTimer(gui::Timer timer) override;
 
  protected:
   LRESULT HandleMessage(UINT msg, WPARAM wp, LPARAM lp) override;

@@ -34,8 +34,6 @@ bool Win32Registry::SetRegeditLastKey(std::string_view path) {
   return r == ERROR_SUCCESS;
 }
 
-}  // namespace kx::win32
-
 bool Win32Registry::SetClassKey(std::string_view subKey, std::string_view defaultValue) {
   HKEY opened = nullptr;
   if (::RegCreateKeyExW(HKEY_CURRENT_USER, ClassKeyPath(subKey).c_str(), 0, nullptr, 0,
@@ -56,3 +54,5 @@ bool Win32Registry::DeleteClassKey(std::string_view subKey) {
 void Win32Registry::NotifyAssociationChanged() {
   ::SHChangeNotify(SHCNE_ASSOCCHANGED, SHCNF_IDLIST, nullptr, nullptr);
 }
+
+}  // namespace kx::win32
