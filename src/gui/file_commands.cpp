@@ -73,7 +73,7 @@ bool MainController::WriteFile(const std::string& path) {
 }
 
 void MainController::UpdateCaption() {
-  view_.SetCaption(IdleCaption());
+  view_.SetCaption(IdleCaption() + RapidTitleSuffix());
 }
 
 void MainController::OnTreeOpen(const std::string& path) {

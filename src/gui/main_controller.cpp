@@ -20,7 +20,13 @@ int ClampSplit(int twips, int innerWidthTwips) {
 }
 
 MainController::MainController(GuiPorts ports, MainView& view)
-    : ports_(ports), view_(view), player_(ports.system, *this) {}
+    : ports_(ports),
+      view_(view),
+      player_(ports.system, *this),
+      rapid_(ports.system.input, ports.system.clock, *this) {
+  // A "<pause>" line reaches rapid fire first, as the pause hotkey does.
+  player_.SetRapidFireArmed([this] { return RapidFireTakesHotkey(kHotkeyPause); });
+}
 
 // --- PlayerView --------------------------------------------------------------
 
@@ -39,7 +45,7 @@ void MainController::SetPlaying(bool playing) {
   }
   view_.EnableTree(!playing);
   view_.LockLoopCount(playing);
-  view_.SetEditorReadOnly(playing);
+  view_.SetEditorReadOnly(playing || rapid_.Mode() != RapidMode::kOff);
   view_.SetPlayingIcon(playing);
   const auto entries = MenuEntries();
   for (std::size_t i = 0; i < entries.size(); ++i)
@@ -108,7 +114,7 @@ void MainController::OnMenuCommand(int id) {
     case Command::kKeyRapid:
     case Command::kMouseRapid:
     case Command::kMousePush:
-      view_.SetStatus("連打機能は次の版で使えるようになります");
+      SelectRapidMode(entry->command);
       break;
     case Command::kInsertLine:
     case Command::kInsertWord:
@@ -212,10 +218,23 @@ void MainController::OnMenuClosed() {
   view_.SetStatus("");
 }
 
+// Each timer's owner takes its ticks; a tick of a stopped timer that was
+// already queued is dropped by its owner. Ticks come from the message loop
+// and from a play's pumps alike.
 void MainController::OnTimer(Timer timer) {
-  // Each timer's owner takes its ticks; a tick of a stopped timer that was
-  // already queued is dropped by its owner.
-  if (timer == Timer::kSchedule) OnScheduleTick();
+  switch (timer) {
+    case Timer::kRapidFire:
+      OnRapidFireTick();
+      return;
+    case Timer::kRecorder:
+      if (OnRapidSamplingTick()) return;
+      return;
+    case Timer::kSchedule:
+      OnScheduleTick();
+      return;
+    case Timer::kCapture:
+      return;
+  }
 }
 
 void MainController::OnTrayClick() {

@@ -20,6 +20,7 @@
 #include "gui/main_view.h"
 #include "gui/options_model.h"
 #include "gui/schedule.h"
+#include "input/rapid_fire.h"
 #include "player/macro_lint.h"
 #include "player/player.h"
 #include "settings/settings.h"
@@ -41,7 +42,7 @@ inline constexpr int kHotkeyRecord = 257;
 inline constexpr int kDefaultSplitTwips = 1335;
 int ClampSplit(int twips, int innerWidthTwips);
 
-class MainController final : public PlayerView {
+class MainController final : public PlayerView, private RapidFireHost {
  public:
   MainController(GuiPorts ports, MainView& view);
 
@@ -50,6 +51,9 @@ class MainController final : public PlayerView {
   // Closes the window: stops a play first and closes once it has returned.
   void RequestClose();
   bool Closed() const { return closed_; }
+  // Lets go of every key and button a macro holds down; the program's last
+  // act when it ends by a failure.
+  void ReleaseHeldKeys() { player_.ReleaseHeld(); }
 
   // --- events from the window ---
   void OnMenuCommand(int id);
@@ -87,6 +91,8 @@ class MainController final : public PlayerView {
   Player& player() { return player_; }
   // Ids of the hotkeys the system refused at the last registration.
   const std::vector<int>& refusedHotkeys() const { return refusedHotkeys_; }
+  RapidMode rapidMode() const { return rapid_.Mode(); }
+  const RapidFire& rapidFire() const { return rapid_; }
 
   // --- PlayerView ---
   std::string Text() override;
@@ -112,9 +118,19 @@ class MainController final : public PlayerView {
   void ShowRefusedHotkeys();
   void ShowOrHide();
   // rapid_fire_commands.cpp
+  void SelectRapidMode(Command command);
   // True when a rapid-fire mode is on and so takes the record, play or pause
   // hotkey: record does nothing, play and pause stop the repeating.
   bool RapidFireTakesHotkey(int id);
+  std::string RapidTitleSuffix() const;
+  void OnRapidFireTick();
+  // True when rapid fire took the sampling tick (the recorder then records
+  // nothing).
+  bool OnRapidSamplingTick();
+  // RapidFireHost
+  void StartRepeatTimer(int intervalMs) override;
+  void StopRepeatTimer() override;
+  void ShowRapidStatus(std::string_view text) override;
   void Shutdown();
   // commands
   void Play();
@@ -153,6 +169,8 @@ class MainController final : public PlayerView {
   GuiPorts ports_;
   MainView& view_;
   Player player_;
+  RapidFire rapid_;
+  std::string textBeforeRapid_;
   Settings settings_;
   std::string currentPath_;
   std::string macroFolder_;

@@ -10,6 +10,7 @@ PlayerOptions PlayerOptionsFromSettings(const Settings& settings) {
   PlayerOptions options;
   options.endNotifier = settings.endNotifer;
   options.releaseModifiers = settings.up;
+  options.releaseHeld = settings.releaseHeld;
   options.speedFactor = SpeedFactorFromRate(settings.rate);
   options.trace = settings.trace;
   options.balloon = settings.balloon;

@@ -129,9 +129,11 @@ void MainController::ApplyChecks() {
 void MainController::Shutdown() {
   view_.Show(ShowMode::kHidden);
   view_.StopTimer(Timer::kSchedule);
+  rapid_.SetMode(RapidMode::kOff, settings_.hits);
   // No key the program pressed stays down after it ends.
   const KeyRecord release[] = {{kVkShift, true}, {kVkControl, true}, {kVkMenu, true}};
   ports_.system.input.SendKeys(release);
+  player_.ReleaseHeld();
   if (autosaveRecording_)
     AutosaveRecording(ports_.system.files, settings_.linkage, view_.EditorText());
   view_.SetTrayIcon(false);

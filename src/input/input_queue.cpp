@@ -1,5 +1,7 @@
 #include "input/input_queue.h"
 
+#include <algorithm>
+
 namespace kx {
 
 void InputQueue::QueueKey(int code, bool up) {
@@ -22,6 +24,7 @@ void InputQueue::QueueUnicode(char32_t ch) {
 bool InputQueue::FlushKeys() {
   if (keys_.empty()) return false;
   const std::size_t taken = port_.SendKeys(keys_);
+  held_.Note(std::span(keys_).first(std::min(taken, keys_.size())));
   if (taken < keys_.size()) blocked_ = true;
   keys_.clear();
   return taken > 0;
@@ -44,9 +47,22 @@ void InputQueue::QueueMouse(int dx, int dy, std::uint32_t buttonFlags, bool abso
 bool InputQueue::FlushMouse() {
   if (mouse_.empty()) return false;
   const std::size_t taken = port_.SendMouse(mouse_);
+  held_.Note(std::span(mouse_).first(std::min(taken, mouse_.size())));
   if (taken < mouse_.size()) blocked_ = true;
   mouse_.clear();
   return taken > 0;
+}
+
+void InputQueue::ReleaseHeld() {
+  keys_.clear();
+  mouse_.clear();
+  for (const KeyRecord& up : held_.KeyReleases()) keys_.push_back(up);
+  for (const std::uint32_t up : held_.ButtonReleases()) QueueMouse(0, 0, up);
+  FlushKeys();
+  FlushMouse();
+  // What the system refused to release is not retried: it was not ours to
+  // hold any more, or the input is blocked for good.
+  held_.Clear();
 }
 
 }  // namespace kx

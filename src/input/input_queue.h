@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "input/input_port.h"
+#include "input/key_ledger.h"
 
 namespace kx {
 
@@ -31,10 +32,17 @@ class InputQueue {
   // took; the flag is cleared by asking.
   bool TakeBlocked() { return std::exchange(blocked_, false); }
 
+  // Every key and mouse button this queue sent down and not yet up.
+  const KeyLedger& Held() const { return held_; }
+  // Lets go of all of them: one batch of key-ups, the last pressed first,
+  // then one batch of button-ups; queued records not yet sent are dropped.
+  void ReleaseHeld();
+
  private:
   InputPort& port_;
   std::vector<KeyRecord> keys_;
   std::vector<MouseRecord> mouse_;
+  KeyLedger held_;
   bool blocked_ = false;
 };
 

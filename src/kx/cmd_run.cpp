@@ -28,6 +28,7 @@ constexpr const char* kRunUsage =
     "  --pause-at MS     press the pause/resume hotkey at MS virtual ms\n"
     "  --notify N        end notification: 0 none, 1 beep, 2 dialog, 3 flash\n"
     "  --up              release the modifier keys at the end\n"
+    "  --keep-held       a stopped play leaves held keys down (ReleaseHeld=0)\n"
     "  --balloon         show comment lines as balloons\n"
     "  --window C,T      a window of class C and title T exists (repeatable)\n"
     "  --clipboard TEXT  text on the clipboard at the start\n"
@@ -78,6 +79,8 @@ int Run(const std::vector<std::string>& args) {
       dry = true;
     } else if (a == "--up") {
       player.Options().releaseModifiers = true;
+    } else if (a == "--keep-held") {
+      player.Options().releaseHeld = false;
     } else if (a == "--balloon") {
       player.Options().balloon = true;
     } else if (a == "--unicode-keys") {

@@ -1,6 +1,7 @@
 #include "player/player.h"
 
 #include <cmath>
+#include <exception>
 
 #include "input/key_codes.h"
 #include "player/line_runner.h"
@@ -46,6 +47,10 @@ void Player::HandleHotkey(int id) {
   }
 }
 
+void Player::ReleaseHeld() {
+  if (options_.releaseHeld) input_.ReleaseHeld();
+}
+
 void Player::sLoopPlay0() {
   blockedReported_ = false;
   input_.TakeBlocked();
@@ -60,7 +65,10 @@ void Player::sLoopPlay() {
   view_.SetPlaying(true);
   // However the cycles end, even by an exception from the system, no flag
   // stays set and the window gets its controls back.
+  passFailed_ = false;
   const scope_exit reset([this] {
+    // An exception from the system leaves nothing held either.
+    if (std::uncaught_exceptions() > 0) ReleaseHeld();
     playing_ = false;
     stoppedByUser_ = false;
     hotkeysLocked_ = false;
@@ -115,6 +123,9 @@ void Player::sLoopPlay() {
     for (int vk : kReleasedModifiers) input_.QueueKey(vk, true);
     input_.FlushKeys();
   }
+  // A play that ran to its end leaves held what the macro holds, as the
+  // macro says; one cut short lets go of everything.
+  if (lastEnd_ != PlayEnd::kCompleted || passFailed_) ReleaseHeld();
 }
 
 void Player::ReportBlockedInput() {
@@ -155,6 +166,7 @@ void Player::sPlayAll(const std::string& text) {
     if (currentLine_ > count) throw ScriptFailure{};
     currentLine_ = 0;
   } catch (const ScriptFailure&) {
+    passFailed_ = true;
     view_.OnLineFailed(currentLine_ + 1);
   }
 }

@@ -25,10 +25,13 @@ inline constexpr int kHotkeyPause = 259;
 struct PlayerOptions {
   int endNotifier = 0;            // EndNotifer: 0 none, 1 beep, 2 dialog, 3 flash
   bool releaseModifiers = false;  // Up
-  double speedFactor = 1.0;       // 1, 0.5, 0.25, 2, 4 or 8
-  bool trace = false;             // highlight the running line
-  bool balloon = false;           // show comment lines as balloons
-  bool unicodeKeys = false;       // UnicodeKeys: type untypeable characters as Unicode
+  // ReleaseHeld: a play that does not run to its end (stopped, paused,
+  // failed, aborted) lets go of every key and button it left down.
+  bool releaseHeld = true;
+  double speedFactor = 1.0;  // 1, 0.5, 0.25, 2, 4 or 8
+  bool trace = false;        // highlight the running line
+  bool balloon = false;      // show comment lines as balloons
+  bool unicodeKeys = false;  // UnicodeKeys: type untypeable characters as Unicode
   std::string appTitle = "Kestrelix";
 };
 
@@ -50,6 +53,9 @@ class Player {
   // Ends the running play as a stop request does, without counting as the
   // user's stop (no end notification); used by hosts that bound a run.
   void Abort() { playing_ = false; }
+  // Lets go of every key and mouse button the macro holds down (with
+  // ReleaseHeld on); for the end of the program, however it ends.
+  void ReleaseHeld();
   // While it returns true, the pause/resume hotkey belongs to rapid fire.
   void SetRapidFireArmed(std::function<bool()> armed) { rapidFireArmed_ = std::move(armed); }
 
@@ -102,6 +108,7 @@ class Player {
   std::int32_t switchState_ = 0;
   int nesting_ = 0;               // depth of passes started by "mf"
   bool blockedReported_ = false;  // blocked input is told once per play
+  bool passFailed_ = false;       // a pass of this play ended by a failure
 };
 
 }  // namespace kx

@@ -54,6 +54,9 @@ struct Settings {
   int w = 5200;
   int h = 6000;
   int unicodeKeys = 0;  // 1: "key" lines send untypeable characters as Unicode
+  // A play cut short (stopped, paused, failed) and the end of the program
+  // let go of every key and mouse button a macro left held down.
+  bool releaseHeld = true;
 };
 
 enum class SettingType {

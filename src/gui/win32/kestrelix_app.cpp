@@ -9,10 +9,22 @@
 #include "sys/local_files.h"
 #include "sys/win32/win32_system.h"
 #include "sys/win32/win32_windows.h"
+#include "util/scope_exit.h"
 
 namespace kx::win32 {
 
-namespace {}  // namespace
+namespace {
+
+// The controller of the running window, for the crash handler: whatever ends
+// the program, no key a macro pressed stays down.
+gui::MainController* g_controller = nullptr;
+
+LONG WINAPI ReleaseHeldOnCrash(EXCEPTION_POINTERS*) {
+  if (g_controller) g_controller->ReleaseHeldKeys();
+  return EXCEPTION_CONTINUE_SEARCH;
+}
+
+}  // namespace
 
 int RunKestrelix(HINSTANCE, int) {
   INITCOMMONCONTROLSEX controls{sizeof controls, ICC_WIN95_CLASSES | ICC_BAR_CLASSES |
@@ -39,10 +51,18 @@ int RunKestrelix(HINSTANCE, int) {
   window.SetController(&controller);
   if (controller.StartUp() != gui::StartResult::kRunning) return 0;
 
+  g_controller = &controller;
+  ::SetUnhandledExceptionFilter(ReleaseHeldOnCrash);
+  const scope_exit forget([] { g_controller = nullptr; });
   MSG msg;
-  while (::GetMessageW(&msg, nullptr, 0, 0) > 0) {
-    ::TranslateMessage(&msg);
-    ::DispatchMessageW(&msg);
+  try {
+    while (::GetMessageW(&msg, nullptr, 0, 0) > 0) {
+      ::TranslateMessage(&msg);
+      ::DispatchMessageW(&msg);
+    }
+  } catch (...) {
+    controller.ReleaseHeldKeys();
+    throw;
   }
   return static_cast<int>(msg.wParam);
 }

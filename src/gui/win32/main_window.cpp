@@ -314,11 +314,11 @@ void MainWindow::RunCommandLine(std::string_view commandLine) {
   }
 }
 
-void MainWindow::StartTimer(Timer timer, int intervalMs) {
+void MainWindow::StartTimer(gui::Timer timer, int intervalMs) {
   ::SetTimer(hwnd(), static_cast<UINT_PTR>(timer), static_cast<UINT>(intervalMs), nullptr);
 }
 
-void MainWindow::StopTimer(Timer timer) {
+void MainWindow::StopTimer(gui::Timer timer) {
   ::KillTimer(hwnd(), static_cast<UINT_PTR>(timer));
 }
 
@@ -419,7 +419,7 @@ LRESULT MainWindow::HandleMessage(UINT msg, WPARAM wp, LPARAM lp) {
     case WM_NOTIFY:
       return OnNotify(*reinterpret_cast<const NMHDR*>(lp));
     case WM_TIMER:
-      controller_->OnTimer(static_cast<Timer>(wp));
+      controller_->OnTimer(static_cast<gui::Timer>(wp));
       return 0;
     case WM_HOTKEY:
       controller_->OnHotkey(static_cast<int>(wp));
