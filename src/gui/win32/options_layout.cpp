@@ -79,7 +79,7 @@ constexpr OptionsControl kControls[] = {
     // The check box sits on the frame's caption, whose leading blanks make
     // room for it.
     {K::kGroup, kOptStatic, 2, 20, 166, 560, 96, "    テキストボックスの表示", ""},
-    {K::kCheck, kOptEditorShown, 2, 30, 166, 16, 16, "テキストボックスの表示/非表示",
+    {K::kCheck, kOptEditorShown, 2, 26, 166, 14, 16, "テキストボックスの表示/非表示",
      "テキストボックスの表示/非表示"},
     {K::kRadioFirst, kOptModeRuler, 2, 32, 190, 130, kRow, "行数+ルーラー", ""},
     {K::kRadio, kOptModeNumbers, 2, 170, 190, 80, kRow, "行数", ""},

@@ -1,5 +1,6 @@
 #include "gui/win32/options_window.h"
 
+#include <algorithm>
 #include <array>
 
 #include "gui/app_info.h"
@@ -15,8 +16,34 @@ namespace kx::win32 {
 namespace {
 
 constexpr wchar_t kOptionsClass[] = L"KestrelixOptions";
-// The tab strip around the pages, in DIPs.
+constexpr wchar_t kPageClass[] = L"KestrelixOptionsPage";
+// The tab strip, and the pages inside it, in DIPs of the client area.
 constexpr RECT kTabRect{8, 8, 592, 452};
+constexpr RECT kPageRect{12, 34, 588, 448};
+
+// A page only holds controls: what they report goes on to the dialog.
+LRESULT CALLBACK PageProc(HWND page, UINT msg, WPARAM wp, LPARAM lp) noexcept {
+  if (msg == WM_COMMAND || msg == WM_NOTIFY) return ::SendMessageW(::GetParent(page), msg, wp, lp);
+  return ::DefWindowProcW(page, msg, wp, lp);
+}
+
+HWND CreatePage(HWND dialog, UINT dpi) {
+  const HINSTANCE instance = ::GetModuleHandleW(nullptr);
+  WNDCLASSEXW wc{};
+  wc.cbSize = sizeof wc;
+  if (!::GetClassInfoExW(instance, kPageClass, &wc)) {
+    wc.lpfnWndProc = &PageProc;
+    wc.hInstance = instance;
+    wc.hCursor = ::LoadCursorW(nullptr, IDC_ARROW);
+    wc.hbrBackground = ::GetSysColorBrush(COLOR_BTNFACE);
+    wc.lpszClassName = kPageClass;
+    if (!::RegisterClassExW(&wc)) return nullptr;
+  }
+  return ::CreateWindowExW(
+      WS_EX_CONTROLPARENT, kPageClass, L"", WS_CHILD | WS_CLIPSIBLINGS, Scale(kPageRect.left, dpi),
+      Scale(kPageRect.top, dpi), Scale(kPageRect.right - kPageRect.left, dpi),
+      Scale(kPageRect.bottom - kPageRect.top, dpi), dialog, nullptr, instance, nullptr);
+}
 
 // The option buttons of each group, in the order of their values.
 constexpr std::array<int, 4> kScheduleKindIds{kOptAutoStopped, kOptAutoAfterStart, kOptAutoInterval,
@@ -62,13 +89,6 @@ void AddRow(HWND list, std::span<const std::string> cells) {
   }
 }
 
-void SelectRow(HWND list, int row) {
-  LVITEMW item{};
-  item.stateMask = LVIS_SELECTED | LVIS_FOCUSED;
-  item.state = LVIS_SELECTED | LVIS_FOCUSED;
-  ::SendMessageW(list, LVM_SETITEMSTATE, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
-}
-
 }  // namespace
 
 void OptionsWindow::Run(HWND owner) {
@@ -87,10 +107,11 @@ void OptionsWindow::Run(HWND owner) {
   RECT ownerRect = monitor.rcWork;
   if (::IsWindowVisible(owner) && !::IsIconic(owner)) ::GetWindowRect(owner, &ownerRect);
   const RECT& work = monitor.rcWork;
-  const int x = std::max(
+  const int x = std::max<int>(
       work.left, std::min<int>((ownerRect.left + ownerRect.right - width) / 2, work.right - width));
-  const int y = std::max(work.top, std::min<int>((ownerRect.top + ownerRect.bottom - height) / 2,
-                                                 work.bottom - height));
+  const int y = std::max<int>(
+      work.top,
+      std::min<int>((ownerRect.top + ownerRect.bottom - height) / 2, work.bottom - height));
   const std::wstring title = Widen(gui::kOptionsTitle);
   if (!Create({kOptionsClass, nullptr, ::GetSysColorBrush(COLOR_BTNFACE), 0},
               {exStyle, title.c_str(), style, x, y, width, height, owner, nullptr}))
@@ -124,12 +145,16 @@ void OptionsWindow::Run(HWND owner) {
 
 HWND OptionsWindow::CreateControl(const OptionsControl& c, UINT dpi) {
   using K = OptionsControlKind;
-  const int x = Scale(c.x, dpi), y = Scale(c.y, dpi);
+  // Page controls are placed relative to their page.
+  const bool onPage = c.page != kAllPages;
+  const HWND parent = onPage ? pages_[static_cast<std::size_t>(c.page)] : hwnd();
+  const int x = Scale(c.x - (onPage ? kPageRect.left : 0), dpi);
+  const int y = Scale(c.y - (onPage ? kPageRect.top : 0), dpi);
   const int w = Scale(c.width, dpi), h = Scale(c.height, dpi);
   if (c.kind == K::kHotkeyBox || c.kind == K::kKeyBox) {
     auto box = std::make_unique<HotkeyBox>(c.kind == K::kKeyBox ? gui::HotkeyEntryMode::kSingleKey
                                                                 : gui::HotkeyEntryMode::kHotkey);
-    if (!box->Create({hwnd(), c.id, L""})) return nullptr;
+    if (!box->Create({parent, c.id, L""})) return nullptr;
     ::SetWindowLongPtrW(box->hwnd(), GWL_STYLE,
                         ::GetWindowLongPtrW(box->hwnd(), GWL_STYLE) | WS_GROUP);
     ::MoveWindow(box->hwnd(), x, y, w, h, FALSE);
@@ -138,11 +163,11 @@ HWND OptionsWindow::CreateControl(const OptionsControl& c, UINT dpi) {
     return made;
   }
   const wchar_t* cls = WC_BUTTONW;
-  DWORD style = WS_CHILD | WS_GROUP;
+  DWORD style = WS_CHILD | WS_VISIBLE | WS_GROUP;
   DWORD exStyle = 0;
   switch (c.kind) {
     case K::kGroup:
-      style |= BS_GROUPBOX | WS_CLIPSIBLINGS;
+      style |= BS_GROUPBOX;
       break;
     case K::kLabel:
       cls = WC_STATICW;
@@ -161,7 +186,7 @@ HWND OptionsWindow::CreateControl(const OptionsControl& c, UINT dpi) {
       style |= WS_TABSTOP | BS_AUTORADIOBUTTON;
       break;
     case K::kRadio:
-      style = WS_CHILD | BS_AUTORADIOBUTTON;  // the group goes on
+      style = WS_CHILD | WS_VISIBLE | BS_AUTORADIOBUTTON;  // the group goes on
       break;
     case K::kCheck:
       style |= WS_TABSTOP | BS_AUTOCHECKBOX;
@@ -184,7 +209,7 @@ HWND OptionsWindow::CreateControl(const OptionsControl& c, UINT dpi) {
       break;
   }
   const std::wstring text = Widen(c.text);
-  return ::CreateWindowExW(exStyle, cls, text.c_str(), style, x, y, w, h, hwnd(),
+  return ::CreateWindowExW(exStyle, cls, text.c_str(), style, x, y, w, h, parent,
                            reinterpret_cast<HMENU>(static_cast<INT_PTR>(c.id)),
                            ::GetModuleHandleW(nullptr), nullptr);
 }
@@ -205,20 +230,17 @@ void OptionsWindow::CreateControls(UINT dpi) {
     item.pszText = name.data();
     ::SendMessageW(tab, TCM_INSERTITEMW, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(&item));
   }
+  for (HWND& page : pages_) page = CreatePage(hwnd(), dpi);
+  // The tab strip lies under the pages it holds.
+  ::SetWindowPos(tab, HWND_BOTTOM, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
   tooltips_.Create(hwnd());
-  std::vector<HWND> groups;
   for (const OptionsControl& c : OptionsControls()) {
     const HWND control = CreateControl(c, dpi);
     if (!control) continue;
     ::SendMessageW(control, WM_SETFONT, reinterpret_cast<WPARAM>(font_.get()), FALSE);
     if (!c.tip.empty()) tooltips_.Add(control, Widen(c.tip));
-    if (c.kind == OptionsControlKind::kGroup) groups.push_back(control);
-    pageControls_.emplace_back(control, c.page);
+    if (c.id != kOptStatic) controls_[c.id] = control;
   }
-  // Frames and the tab strip lie under the controls they hold.
-  for (const HWND group : groups)
-    ::SetWindowPos(group, HWND_BOTTOM, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
-  ::SetWindowPos(tab, HWND_BOTTOM, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
 
   constexpr LPARAM kListStyle = LVS_EX_FULLROWSELECT | LVS_EX_GRIDLINES;
   for (const int id : {kOptHotkeyList, kOptAutoList})
@@ -232,8 +254,8 @@ void OptionsWindow::CreateControls(UINT dpi) {
 }
 
 void OptionsWindow::ShowPage(int page) {
-  for (const auto& [control, on] : pageControls_)
-    ::ShowWindow(control, on == page || on == kAllPages ? SW_SHOW : SW_HIDE);
+  for (std::size_t i = 0; i < pages_.size(); ++i)
+    ::ShowWindow(pages_[i], static_cast<int>(i) == page ? SW_SHOW : SW_HIDE);
 }
 
 // --- values and controls -------------------------------------------------------

@@ -4,6 +4,7 @@
 // every button to it, and writes the controls back into the values before
 // OK and 適用. Its layout is the table of options_layout.h scaled by the DPI
 // of the main window.
+#include <array>
 #include <map>
 #include <memory>
 #include <optional>
@@ -42,7 +43,10 @@ class OptionsWindow final : public WindowBase {
   void Browse(gui::BrowseTarget target, int editId);
   void Refused(gui::ListEdit result);
 
-  HWND Item(int id) const { return ::GetDlgItem(hwnd(), id); }
+  HWND Item(int id) const {
+    const auto it = controls_.find(id);
+    return it == controls_.end() ? nullptr : it->second;
+  }
   bool Checked(int id) const;
   void Check(int id, bool on);
   std::string Text(int id) const;
@@ -54,7 +58,8 @@ class OptionsWindow final : public WindowBase {
 
   gui::OptionsDialog& dialog_;
   std::map<int, std::unique_ptr<HotkeyBox>> hotkeyBoxes_;
-  std::vector<std::pair<HWND, int>> pageControls_;  // control and its page
+  std::array<HWND, kOptionsPageCount> pages_{};  // children: they go with the window
+  std::map<int, HWND> controls_;                 // by id
   Tooltips tooltips_;
   unique_hfont font_;
   HWND owner_ = nullptr;
