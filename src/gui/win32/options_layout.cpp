@@ -77,10 +77,9 @@ constexpr OptionsControl kControls[] = {
     {K::kLabel, kOptStatic, 2, 24, 138, 260, kRow, "連打機能の連打間隔(1～9999ms)", ""},
     {K::kNumberEdit, kOptHits, 2, 288, 134, 80, kRow, "", ""},
     // The check box sits on the frame's caption, whose leading blanks make
-    // room for it.
+    // room for it; its own caption is only its tool tip.
     {K::kGroup, kOptStatic, 2, 20, 166, 560, 96, "    テキストボックスの表示", ""},
-    {K::kCheck, kOptEditorShown, 2, 26, 166, 14, 16, "テキストボックスの表示/非表示",
-     "テキストボックスの表示/非表示"},
+    {K::kCheck, kOptEditorShown, 2, 26, 166, 14, 16, "", "テキストボックスの表示/非表示"},
     {K::kRadioFirst, kOptModeRuler, 2, 32, 190, 130, kRow, "行数+ルーラー", ""},
     {K::kRadio, kOptModeNumbers, 2, 170, 190, 80, kRow, "行数", ""},
     {K::kRadio, kOptModePlain, 2, 256, 190, 80, kRow, "なし", ""},
