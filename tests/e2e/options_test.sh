@@ -122,7 +122,8 @@ robot wait "${dialog[@]}" --ctl-class Edit --ctl-text C >/dev/null || fail "type
 xdotool key F8
 robot wait "${dialog[@]}" --ctl-class Edit --ctl-text F8 >/dev/null || fail "F8 not captured"
 robot click "${dialog[@]}" --ctl-text "適用" >/dev/null
-for _ in $(seq 50); do grep -qx 'HotkeyPlay=119' <<<"$(ini_text)" && break; sleep 0.1; done
+# 適用 leaves the dialog open: wait for the last key it writes.
+for _ in $(seq 150); do grep -qx 'Linkage=9' <<<"$(ini_text 2>/dev/null)" && break; sleep 0.1; done
 grep -qx 'HotkeyPlay=119' <<<"$(ini_text)" || fail "HotkeyPlay after 適用: $(ini_text)"
 close_options "キャンセル"
 robot set-text "${main[@]}" --ctl-class Edit --ctl-id 1 -- $'w kxtarget\r\nkeys shift' >/dev/null
