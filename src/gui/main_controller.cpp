@@ -147,8 +147,7 @@ void MainController::OnMenuCommand(int id) {
       ToggleOption(entry->argument);
       break;
     case Command::kOptionsDialog:
-      ports_.system.dialogs.MessageBox(mainWindow_, "オプション画面は次の版で使えるようになります",
-                                       kAppTitle);
+      OpenOptions();
       break;
     case Command::kLintMacro:
       LintMacro();
@@ -238,6 +237,8 @@ void MainController::OnTimer(Timer timer) {
       WindowTick();
       return;
     case Timer::kSchedule:
+      OnScheduleTick();
+      return;
     case Timer::kCapture:
       return;
   }

@@ -18,6 +18,8 @@
 #include "gui/command_table.h"
 #include "gui/gui_ports.h"
 #include "gui/main_view.h"
+#include "gui/options_model.h"
+#include "gui/schedule.h"
 #include "input/rapid_fire.h"
 #include "player/macro_lint.h"
 #include "player/player.h"
@@ -163,6 +165,11 @@ class MainController final : public PlayerView,
   void EmptyRecycleBin();
   void LintMacro();
   std::vector<LintWarning> Lint();
+  // options_commands.cpp
+  void OpenOptions();
+  void ConfirmOptions(const OptionsValues& values);
+  void LoadSchedule();
+  void OnScheduleTick();
   // file_commands.cpp
   void Open();
   void SaveAs();
@@ -197,6 +204,7 @@ class MainController final : public PlayerView,
   bool refusedShown_ = false;
   // The macro paths of the non-empty entries of the Hotkey list, in order.
   std::vector<std::string> hotkeyPaths_;
+  Schedule schedule_;
 };
 
 }  // namespace kx::gui

@@ -13,6 +13,8 @@
 
 namespace kx::gui {
 
+class OptionsDialog;
+
 // Placement of the main window in twips, the unit setting.ini keeps.
 struct PlacementTwips {
   int x = 0;
@@ -121,6 +123,8 @@ class MainView {
   // Starts a program with a command line, in a normal window.
   virtual void RunCommandLine(std::string_view commandLine) = 0;
   virtual void ShowAbout() = 0;
+  // The options dialog, modal; it confirms through `dialog`.
+  virtual void ShowOptionsDialog(OptionsDialog& dialog) = 0;
 
   // --- timers (a window timer: it fires only while messages are pumped) ---
   // Starting a running timer restarts it with the new interval.

@@ -5,6 +5,7 @@
 #include "gui/autosave.h"
 #include "gui/command_line.h"
 #include "gui/main_controller.h"
+#include "gui/options_model.h"
 #include "gui/player_settings.h"
 #include "input/key_codes.h"
 #include "settings/settings_lists.h"
@@ -15,19 +16,6 @@ namespace kx::gui {
 namespace {
 
 constexpr int kBundleShown = 1;
-
-EditorMode EditorModeFromTextMode(int textMode) {
-  switch (textMode) {
-    case 1:
-      return EditorMode::kNumbers;
-    case 2:
-      return EditorMode::kPlain;
-    case 3:
-      return EditorMode::kHidden;
-    default:
-      return EditorMode::kNumbersAndRuler;  // 0, and any value outside 0-3
-  }
-}
 
 WindowState StoredState(int winState) {
   // A window minimised at the last exit comes back normal.
@@ -80,6 +68,8 @@ StartResult MainController::StartUp() {
   RefreshTree();
   view_.SetSplitTwips(std::max(settings_.split, kDefaultSplitTwips));
   UpdateCaption();
+  schedule_.SetStartTime(LocalSeconds(ports_.system.clock.Now()));
+  LoadSchedule();
 
   const StartSwitches switches = ParseSwitches(tokens);
   if (switches.record) {
@@ -139,6 +129,7 @@ void MainController::ApplyChecks() {
 
 void MainController::Shutdown() {
   view_.Show(ShowMode::kHidden);
+  view_.StopTimer(Timer::kSchedule);
   rapid_.SetMode(RapidMode::kOff, settings_.hits);
   // No key the program pressed stays down after it ends.
   const KeyRecord release[] = {{kVkShift, true}, {kVkControl, true}, {kVkMenu, true}};

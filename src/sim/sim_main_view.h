@@ -4,12 +4,14 @@
 // dialogs from queues the test fills.
 #include <algorithm>
 #include <deque>
+#include <functional>
 #include <map>
 #include <optional>
 #include <string>
 #include <vector>
 
 #include "gui/main_view.h"
+#include "gui/options_model.h"
 
 namespace kx::sim {
 
@@ -141,6 +143,14 @@ class SimMainView final : public gui::MainView {
   }
   void RunCommandLine(std::string_view line) override { commandLines.emplace_back(line); }
   void ShowAbout() override { aboutShown = true; }
+  // The options dialog runs `optionsScript` (a user at the dialog) when the
+  // test set one; otherwise it is closed at once, as with キャンセル.
+  void ShowOptionsDialog(gui::OptionsDialog& dialog) override {
+    ++optionsShown;
+    if (optionsScript) optionsScript(dialog);
+  }
+  int optionsShown = 0;
+  std::function<void(gui::OptionsDialog&)> optionsScript;
   void StartTimer(gui::Timer timer, int intervalMs) override { timers[timer] = intervalMs; }
   void StopTimer(gui::Timer timer) override { timers.erase(timer); }
 

@@ -381,6 +381,32 @@ bool SimSystem::SetRegeditLastKey(std::string_view path) {
   return true;
 }
 
+bool SimSystem::SetClassKey(std::string_view subKey, std::string_view defaultValue) {
+  const std::string key(subKey);
+  const bool refused = refusedClassKeys_.count(key) > 0;
+  Record("class-key-set", {{"key", subKey}, {"value", defaultValue}, {"ok", !refused}});
+  if (refused) return false;
+  // Creating a key creates the keys above it, with no value of their own.
+  for (std::size_t at = key.find('\\'); at != std::string::npos; at = key.find('\\', at + 1))
+    classKeys_.try_emplace(key.substr(0, at));
+  classKeys_[key] = std::string(defaultValue);
+  return true;
+}
+bool SimSystem::DeleteClassKey(std::string_view subKey) {
+  const std::string key(subKey);
+  const auto it = classKeys_.find(key);
+  const std::string below = key + "\\";
+  const auto next = classKeys_.lower_bound(below);
+  const bool hasSubKeys = next != classKeys_.end() && next->first.rfind(below, 0) == 0;
+  const bool ok = it != classKeys_.end() && !hasSubKeys;
+  Record("class-key-delete", {{"key", subKey}, {"ok", ok}});
+  if (ok) classKeys_.erase(it);
+  return ok;
+}
+void SimSystem::NotifyAssociationChanged() {
+  Record("association-changed");
+}
+
 // --- files ---
 
 void SimSystem::AddFile(std::string path, std::string contents) {

@@ -100,6 +100,10 @@ class SimSystem final : public InputPort,
   }
   std::string LastStatus() const { return status_; }
   std::string LastRegeditKey() const { return regeditKey_; }
+  // The current user's file classes: each key and its default value.
+  const std::map<std::string, std::string>& ClassKeys() const { return classKeys_; }
+  // Keys whose writes fail, as without the rights to them.
+  void RefuseClassKey(std::string subKey) { refusedClassKeys_.insert(std::move(subKey)); }
 
   // --- InputPort ---
   std::size_t SendKeys(std::span<const KeyRecord> keys) override;
@@ -176,6 +180,9 @@ class SimSystem final : public InputPort,
 
   // --- RegistryPort ---
   bool SetRegeditLastKey(std::string_view path) override;
+  bool SetClassKey(std::string_view subKey, std::string_view defaultValue) override;
+  bool DeleteClassKey(std::string_view subKey) override;
+  void NotifyAssociationChanged() override;
 
   // --- FilePort ---
   bool IsFile(std::string_view path) override;
@@ -235,6 +242,8 @@ class SimSystem final : public InputPort,
   std::int64_t wakeAtUs_ = -1;
   std::string status_;
   std::string regeditKey_;
+  std::map<std::string, std::string> classKeys_;
+  std::set<std::string> refusedClassKeys_;
   std::uint32_t rndSeed_ = 0x50000;
 };
 

@@ -116,6 +116,32 @@ TEST(Win32Registry, WritesTheRegistryEditorsLastKey) {
   EXPECT_EQ(Narrow(value), "コンピュータ\\HKEY_CURRENT_USER\\Software");
 }
 
+TEST(Win32Registry, ClassKeysOfTheCurrentUserAreWrittenAndDeletedOneByOne) {
+  Win32Registry registry;
+  ASSERT_TRUE(registry.SetClassKey("kx_test_auto_file\\Shell\\open\\command", "C:\\k.exe \"%1\""));
+  ASSERT_TRUE(registry.SetClassKey("kx_test_auto_file", "テスト マクロファイル"));
+  wchar_t value[256];
+  DWORD size = sizeof value;
+  ASSERT_EQ(::RegGetValueW(HKEY_CURRENT_USER, L"Software\\Classes\\kx_test_auto_file", nullptr,
+                           RRF_RT_REG_SZ, nullptr, value, &size),
+            ERROR_SUCCESS);
+  EXPECT_EQ(Narrow(value), "テスト マクロファイル");
+  size = sizeof value;
+  ASSERT_EQ(::RegGetValueW(HKEY_CURRENT_USER,
+                           L"Software\\Classes\\kx_test_auto_file\\Shell\\open\\command", nullptr,
+                           RRF_RT_REG_SZ, nullptr, value, &size),
+            ERROR_SUCCESS);
+  EXPECT_EQ(Narrow(value), "C:\\k.exe \"%1\"");
+  // A key with sub-keys stays; deepest first, every key goes.
+  EXPECT_FALSE(registry.DeleteClassKey("kx_test_auto_file"));
+  for (const char* key :
+       {"kx_test_auto_file\\Shell\\open\\command", "kx_test_auto_file\\Shell\\open",
+        "kx_test_auto_file\\Shell", "kx_test_auto_file"})
+    EXPECT_TRUE(registry.DeleteClassKey(key)) << key;
+  EXPECT_FALSE(registry.DeleteClassKey("kx_test_auto_file"));
+  registry.NotifyAssociationChanged();
+}
+
 TEST(Win32Cleanup, DeletesPlainFilesOnlyAndSkipsFilesInUse) {
   wchar_t temp[MAX_PATH + 1];
   ASSERT_GT(::GetTempPathW(MAX_PATH + 1, temp), 0u);

@@ -29,7 +29,9 @@ LONG WINAPI ReleaseHeldOnCrash(EXCEPTION_POINTERS*) {
 
 int RunKestrelix(HINSTANCE, int) {
   INITCOMMONCONTROLSEX controls{sizeof controls, ICC_WIN95_CLASSES | ICC_BAR_CLASSES |
-                                                     ICC_TREEVIEW_CLASSES | ICC_UPDOWN_CLASS};
+                                                     ICC_TREEVIEW_CLASSES | ICC_UPDOWN_CLASS |
+                                                     ICC_LISTVIEW_CLASSES | ICC_TAB_CLASSES |
+                                                     ICC_DATE_CLASSES};
   ::InitCommonControlsEx(&controls);
 
   LocalFiles files;

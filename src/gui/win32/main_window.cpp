@@ -9,6 +9,7 @@
 #include "gui/win32/dpi.h"
 #include "gui/win32/file_dialogs.h"
 #include "gui/win32/menus.h"
+#include "gui/win32/options_window.h"
 #include "gui/win32/resource_ids.h"
 #include "gui/win32/win32_gui_ports.h"
 #include "sys/win32/wide.h"
@@ -335,6 +336,11 @@ void MainWindow::ShowAbout() {
   params.dwStyle = MB_OK | MB_USERICON;
   params.lpszIcon = MAKEINTRESOURCEW(kAppIconId);
   ::MessageBoxIndirectW(&params);
+}
+
+void MainWindow::ShowOptionsDialog(gui::OptionsDialog& dialog) {
+  OptionsWindow window(dialog);
+  window.Run(hwnd());
 }
 
 // --- messages ----------------------------------------------------------------

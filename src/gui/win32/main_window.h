@@ -61,6 +61,7 @@ class MainWindow final : public WindowBase, public gui::MainView {
   std::optional<std::string> AskFolder(std::string_view title) override;
   void RunCommandLine(std::string_view commandLine) override;
   void ShowAbout() override;
+  void ShowOptionsDialog(gui::OptionsDialog& dialog) override;
   void StartTimer(gui::Timer timer, int intervalMs) override;
   void StopTimer(gui::Timer timer) override;
 
