@@ -20,7 +20,12 @@ int ClampSplit(int twips, int innerWidthTwips) {
 }
 
 MainController::MainController(GuiPorts ports, MainView& view)
-    : ports_(ports), view_(view), player_(ports.system, *this) {}
+    : ports_(ports),
+      view_(view),
+      player_(ports.system, *this),
+      capture_({ports.system.input, ports.system.windows, ports.system.dialogs,
+                view.CaptureToolView(),
+                [this](std::string_view text) { view_.InsertAtCaret(text); }}) {}
 
 // --- PlayerView --------------------------------------------------------------
 
@@ -128,7 +133,7 @@ void MainController::OnMenuCommand(int id) {
       InsertFolderLine();
       break;
     case Command::kCapture:
-      Insert(*entry);
+      OpenCapture(entry->argument);
       break;
     case Command::kDeleteWaits:
       DeleteWaits();
@@ -216,7 +221,17 @@ void MainController::OnMenuClosed() {
 void MainController::OnTimer(Timer timer) {
   // Each timer's owner takes its ticks; a tick of a stopped timer that was
   // already queued is dropped by its owner.
-  (void)timer;
+  switch (timer) {
+    case Timer::kCapture:
+      // A play pumps messages, so ticks arrive while the editor's text is
+      // being played: the tool keeps showing what is under the pointer and
+      // Esc/Enter work, but it writes nothing into the running macro (and a
+      // played Alt + click is not the user's).
+      if (capture_.IsOpen()) capture_.Tick(!player_.Playing());
+      return;
+    default:
+      return;
+  }
 }
 
 void MainController::OnHotkey(int id) {
@@ -278,6 +293,26 @@ void MainController::Record() {
   // state so that "/rec" and the autosave work.
   recording_ = !recording_;
   view_.SetButtonCaption(Button::kRecord, recording_ ? "終了" : "記録");
+}
+
+// Opening the tool is refused while a macro plays (its menu items are not
+// "while playing" ones); an open tool is only switched to the new kind.
+void MainController::OpenCapture(std::string_view argument) {
+  const auto kind = CaptureKindFor(argument);
+  if (!kind) return;
+  capture_.Open(*kind);
+  view_.StartTimer(Timer::kCapture, kCaptureIntervalMs);
+}
+
+void MainController::CloseCapture() {
+  capture_.Close();
+  view_.StopTimer(Timer::kCapture);
+}
+
+// Closing the tool needs nothing of the player, so it is the same during a
+// play.
+void MainController::OnCaptureClosed() {
+  CloseCapture();
 }
 
 void MainController::SelectSpeed(int rate) {

@@ -15,6 +15,7 @@
 #include <vector>
 
 #include "gui/app_info.h"
+#include "gui/capture_tool.h"
 #include "gui/command_table.h"
 #include "gui/gui_ports.h"
 #include "gui/main_view.h"
@@ -64,6 +65,8 @@ class MainController final : public PlayerView {
   void OnTreeCopyPath(const std::string& path);
   void OnOpenMacroFolder();
   void OnFileDropped(const std::string& path);
+  // The capture tool's window was closed by the user.
+  void OnCaptureClosed();
 
   // --- state, for the window and for tests ---
   const Settings& settings() const { return settings_; }
@@ -72,6 +75,11 @@ class MainController final : public PlayerView {
   bool playing() const { return player_.Playing(); }
   bool autosaveRecording() const { return autosaveRecording_; }
   Player& player() { return player_; }
+  const CaptureTool& capture() const { return capture_; }
+  // Where kind 7 of the capture tool reads a page's fields.
+  void SetPageFieldsReader(PageFieldsReader reader) {
+    capture_.SetPageFieldsReader(std::move(reader));
+  }
   // Ids of the hotkeys the system refused at the last registration.
   const std::vector<int>& refusedHotkeys() const { return refusedHotkeys_; }
 
@@ -86,7 +94,10 @@ class MainController final : public PlayerView {
   std::string IdleCaption() override;
   WindowHandle MainWindow() override;
 
-  void SetMainWindowHandle(WindowHandle handle) { mainWindow_ = handle; }
+  void SetMainWindowHandle(WindowHandle handle) {
+    mainWindow_ = handle;
+    capture_.SetMainWindow(handle);
+  }
 
  private:
   // start_up.cpp
@@ -105,6 +116,8 @@ class MainController final : public PlayerView {
   bool* OptionField(std::string_view setting);
   void RefreshTree();
   void Record();
+  void OpenCapture(std::string_view argument);
+  void CloseCapture();
   // editor_commands.cpp
   void Insert(const MenuEntry& entry);
   void PartialLoop();
@@ -128,6 +141,7 @@ class MainController final : public PlayerView {
   GuiPorts ports_;
   MainView& view_;
   Player player_;
+  CaptureTool capture_;
   Settings settings_;
   std::string currentPath_;
   std::string macroFolder_;

@@ -183,6 +183,7 @@ void MainController::UnregisterHotkeys() {
 
 void MainController::Shutdown() {
   view_.Show(ShowMode::kHidden);
+  CloseCapture();
   // No key the program pressed stays down after it ends.
   const KeyRecord release[] = {{kVkShift, true}, {kVkControl, true}, {kVkMenu, true}};
   ports_.system.input.SendKeys(release);

@@ -8,8 +8,8 @@
 
 namespace kx {
 
-enum class MessageStyle { kOk, kOkCancel, kOkCancelQuestion };
-enum class MessageResult { kOk, kCancel };
+enum class MessageStyle { kOk, kOkCancel, kOkCancelQuestion, kYesNoQuestion };
+enum class MessageResult { kOk, kCancel, kYes, kNo };
 
 class DialogPort {
  public:
