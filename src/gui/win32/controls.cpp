@@ -124,6 +124,18 @@ void LoopCountBox::Lock(bool locked) {
   ::EnableWindow(spin_, locked ? FALSE : TRUE);
 }
 
+// --- StaticText, ReadOnlyField ---
+
+bool StaticText::Create(const ControlArgs& args) {
+  hwnd_ = CreateChild(WC_STATICW, args, SS_LEFT | SS_NOPREFIX | SS_CENTERIMAGE);
+  return hwnd_ != nullptr;
+}
+
+bool ReadOnlyField::Create(const ControlArgs& args) {
+  hwnd_ = CreateChild(WC_EDITW, args, ES_READONLY | ES_AUTOHSCROLL, WS_EX_CLIENTEDGE);
+  return hwnd_ != nullptr;
+}
+
 // --- MacroTreeView ---
 
 bool MacroTreeView::Create(const ControlArgs& args) {

@@ -76,6 +76,28 @@ class LoopCountBox {
   HWND spin_ = nullptr;
 };
 
+// A line of text that only shows (a label).
+class StaticText {
+ public:
+  bool Create(const ControlArgs& args);
+  HWND hwnd() const { return hwnd_; }
+  void SetText(const std::wstring& text) { ::SetWindowTextW(hwnd_, text.c_str()); }
+
+ private:
+  HWND hwnd_ = nullptr;
+};
+
+// A one-line box the user cannot change but can select and copy from.
+class ReadOnlyField {
+ public:
+  bool Create(const ControlArgs& args);
+  HWND hwnd() const { return hwnd_; }
+  void SetText(const std::wstring& text) { ::SetWindowTextW(hwnd_, text.c_str()); }
+
+ private:
+  HWND hwnd_ = nullptr;
+};
+
 class MacroTreeView {
  public:
   bool Create(const ControlArgs& args);

@@ -69,6 +69,10 @@ bool MainWindow::Create() {
   args.menuOrId = BuildMenuBar();
   if (!WindowBase::Create(cls, args)) return false;
   CreateControls();
+  capture_.SetOwner(hwnd());
+  capture_.onClose = [this] {
+    if (controller_) controller_->OnCaptureClosed();
+  };
   return true;
 }
 
