@@ -52,7 +52,11 @@ std::optional<CaptureKind> CaptureKindFor(std::string_view argument) {
 
 void CaptureTool::Open(CaptureKind kind) {
   kind_ = kind;
-  if (open_) return;
+  // Choosing an item again means capturing for it now: a stopped tool runs.
+  if (open_) {
+    if (!running_) SetRunning(true);
+    return;
+  }
   open_ = true;
   shown_.reset();
   // Keys already down when the tool opens (the Enter that chose the menu

@@ -34,7 +34,7 @@ constexpr int kLabelGapDips = 6;
 constexpr int kScreenMarginDips = 16;
 
 constexpr DWORD kStyle = WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_CLIPCHILDREN;
-constexpr DWORD kExStyle = WS_EX_TOOLWINDOW | WS_EX_TOPMOST;
+constexpr DWORD kExStyle = WS_EX_TOOLWINDOW | WS_EX_TOPMOST | WS_EX_NOACTIVATE;
 
 int ClientHeightDips() {
   constexpr int rows = static_cast<int>(CaptureWindow::kFieldCount);
