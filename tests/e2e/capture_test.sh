@@ -78,10 +78,28 @@ robot_expect_text "the line for the dialog's button" "$line1$line2$line3" "${edi
 robot_expect_text "the path shown" "#32770+取得テスト,Button*1" "${tool[@]}" --ctl-id 121
 shot tool_dialog
 
+# Esc stops the tool and Enter resumes it, wherever the keys go: the tool
+# polls their state. Stopped, an Alt + click writes nothing.
+hold_key() {
+  xdotool keydown "$1"
+  sleep 0.12
+  xdotool keyup "$1"
+}
+hold_key Escape
+robot_expect_text "the stopped label" "停止(Enterで再開)" "${tool[@]}" --ctl-id 100
+# shellcheck disable=SC2086
+alt_click $edit2
+hold_key Return
+robot_expect_text "the running label again" "Alt+左クリックで取得します(Escで停止)" "${tool[@]}" --ctl-id 100
+robot_expect_text "nothing written while stopped" "$line1$line2$line3" "${editor[@]}"
+# shellcheck disable=SC2086
+alt_click $edit1
+robot_expect_text "written again after Enter" "$line1$line2$line3$line1" "${editor[@]}"
+
 # Closing the tool: it goes, and a later Alt + click writes nothing.
 robot close "${tool[@]}" >/dev/null
 robot_await_gone "the capture tool" "${tool[@]}"
 # shellcheck disable=SC2086
 alt_click $edit1
 sleep 0.3
-robot_expect_text "nothing written after closing" "$line1$line2$line3" "${editor[@]}"
+robot_expect_text "nothing written after closing" "$line1$line2$line3$line1" "${editor[@]}"
