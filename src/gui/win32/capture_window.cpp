@@ -1,12 +1,10 @@
 #include "gui/win32/capture_window.h"
 
+#include <algorithm>
+
 #include "gui/win32/dpi.h"
 #include "sys/win32/wide.h"
 #include "sys/win32/win32_windows.h"
-
-#ifndef WM_DPICHANGED
-#define WM_DPICHANGED 0x02E0
-#endif
 
 namespace kx::win32 {
 
@@ -53,10 +51,11 @@ bool CaptureWindow::Create() {
   args.x = args.y = args.width = args.height = 0;
   args.parent = owner_;
   if (!WindowBase::Create(cls, args)) return false;
-  label_.Create({hwnd(), kLabelId, L""});
+  using enum TextLine::Kind;
+  label_.Create({hwnd(), kLabelId, L""}, kLabel);
   for (std::size_t i = 0; i < kFieldCount; ++i) {
-    names_[i].Create({hwnd(), kFirstNameId + static_cast<int>(i), kFieldNames[i]});
-    values_[i].Create({hwnd(), kFirstValueId + static_cast<int>(i), L""});
+    names_[i].Create({hwnd(), kFirstNameId + static_cast<int>(i), kFieldNames[i]}, kLabel);
+    values_[i].Create({hwnd(), kFirstValueId + static_cast<int>(i), L""}, kReadOnlyBox);
   }
   ApplyFonts();
   Place();
@@ -143,10 +142,7 @@ LRESULT CaptureWindow::HandleMessage(UINT msg, WPARAM wp, LPARAM lp) {
       if (onClose) onClose();
       return 0;
     case WM_DPICHANGED: {
-      const auto* suggested = reinterpret_cast<const RECT*>(lp);
-      ::SetWindowPos(hwnd(), nullptr, suggested->left, suggested->top,
-                     suggested->right - suggested->left, suggested->bottom - suggested->top,
-                     SWP_NOZORDER | SWP_NOACTIVATE);
+      MoveToSuggestedRect(hwnd(), lp);
       ApplyFonts();
       Layout();
       return 0;

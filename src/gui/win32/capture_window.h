@@ -41,9 +41,9 @@ class CaptureWindow final : public WindowBase, public gui::CaptureView {
   void Place();
 
   HWND owner_ = nullptr;
-  StaticText label_;
-  std::array<StaticText, kFieldCount> names_;
-  std::array<ReadOnlyField, kFieldCount> values_;
+  TextLine label_;
+  std::array<TextLine, kFieldCount> names_;
+  std::array<TextLine, kFieldCount> values_;
   unique_hfont font_;
 };
 

@@ -124,15 +124,12 @@ void LoopCountBox::Lock(bool locked) {
   ::EnableWindow(spin_, locked ? FALSE : TRUE);
 }
 
-// --- StaticText, ReadOnlyField ---
+// --- TextLine ---
 
-bool StaticText::Create(const ControlArgs& args) {
-  hwnd_ = CreateChild(WC_STATICW, args, SS_LEFT | SS_NOPREFIX | SS_CENTERIMAGE);
-  return hwnd_ != nullptr;
-}
-
-bool ReadOnlyField::Create(const ControlArgs& args) {
-  hwnd_ = CreateChild(WC_EDITW, args, ES_READONLY | ES_AUTOHSCROLL, WS_EX_CLIENTEDGE);
+bool TextLine::Create(const ControlArgs& args, Kind kind) {
+  hwnd_ = kind == Kind::kLabel
+              ? CreateChild(WC_STATICW, args, SS_LEFT | SS_NOPREFIX | SS_CENTERIMAGE)
+              : CreateChild(WC_EDITW, args, ES_READONLY | ES_AUTOHSCROLL, WS_EX_CLIENTEDGE);
   return hwnd_ != nullptr;
 }
 

@@ -76,21 +76,12 @@ class LoopCountBox {
   HWND spin_ = nullptr;
 };
 
-// A line of text that only shows (a label).
-class StaticText {
+// One line of text: a label, or a box the user can select and copy from but
+// not change.
+class TextLine {
  public:
-  bool Create(const ControlArgs& args);
-  HWND hwnd() const { return hwnd_; }
-  void SetText(const std::wstring& text) { ::SetWindowTextW(hwnd_, text.c_str()); }
-
- private:
-  HWND hwnd_ = nullptr;
-};
-
-// A one-line box the user cannot change but can select and copy from.
-class ReadOnlyField {
- public:
-  bool Create(const ControlArgs& args);
+  enum class Kind { kLabel, kReadOnlyBox };
+  bool Create(const ControlArgs& args, Kind kind);
   HWND hwnd() const { return hwnd_; }
   void SetText(const std::wstring& text) { ::SetWindowTextW(hwnd_, text.c_str()); }
 

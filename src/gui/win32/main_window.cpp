@@ -13,10 +13,6 @@
 #include "gui/win32/win32_gui_ports.h"
 #include "sys/win32/wide.h"
 
-#ifndef WM_DPICHANGED
-#define WM_DPICHANGED 0x02E0
-#endif
-
 namespace kx::win32 {
 
 namespace {
@@ -453,10 +449,7 @@ LRESULT MainWindow::HandleMessage(UINT msg, WPARAM wp, LPARAM lp) {
       return 0;
     }
     case WM_DPICHANGED: {
-      const auto* suggested = reinterpret_cast<const RECT*>(lp);
-      ::SetWindowPos(hwnd(), nullptr, suggested->left, suggested->top,
-                     suggested->right - suggested->left, suggested->bottom - suggested->top,
-                     SWP_NOZORDER | SWP_NOACTIVATE);
+      MoveToSuggestedRect(hwnd(), lp);
       ApplyFonts();
       editor_.DpiChanged();
       Layout();
