@@ -7,12 +7,6 @@
 namespace kx::gui {
 
 void MainController::Insert(const MenuEntry& entry) {
-  if (entry.command == Command::kCapture) {
-    // Until the capture tool points at a window, the command word is put at
-    // the caret for the user to complete.
-    view_.InsertAtCaret(std::string(entry.argument) + " ");
-    return;
-  }
   view_.InsertAtCaret(InsertedText(entry));
 }
 

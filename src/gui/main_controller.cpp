@@ -24,6 +24,9 @@ MainController::MainController(GuiPorts ports, MainView& view)
       view_(view),
       player_(ports.system, *this),
       rapid_(ports.system.input, ports.system.clock, *this),
+      capture_({ports.system.input, ports.system.windows, ports.system.dialogs,
+                view.CaptureToolView(),
+                [this](std::string_view text) { view_.InsertAtCaret(text); }}),
       recorder_(ports.system.input, ports.system.windows, ports.system.clock) {
   // A "<pause>" line reaches rapid fire first, as the pause hotkey does.
   player_.SetRapidFireArmed([this] { return RapidFireTakesHotkey(kHotkeyPause); });
@@ -135,7 +138,7 @@ void MainController::OnMenuCommand(int id) {
       InsertFolderLine();
       break;
     case Command::kCapture:
-      Insert(*entry);
+      OpenCapture(entry->argument);
       break;
     case Command::kDeleteWaits:
       DeleteWaits();
@@ -240,6 +243,11 @@ void MainController::OnTimer(Timer timer) {
       OnScheduleTick();
       return;
     case Timer::kCapture:
+      // A play pumps messages, so ticks arrive while the editor's text is
+      // being played: the tool keeps showing what is under the pointer and
+      // Esc/Enter work, but it writes nothing into the running macro (and a
+      // played Alt + click is not the user's).
+      if (capture_.IsOpen()) capture_.Tick(!player_.Playing());
       return;
   }
 }
@@ -281,6 +289,26 @@ void MainController::RequestClose() {
 
 void MainController::Clear() {
   view_.SetEditorText("");
+}
+
+// Opening the tool is refused while a macro plays (its menu items are not
+// "while playing" ones); an open tool is only switched to the new kind.
+void MainController::OpenCapture(std::string_view argument) {
+  const auto kind = CaptureKindFor(argument);
+  if (!kind) return;
+  capture_.Open(*kind);
+  view_.StartTimer(Timer::kCapture, kCaptureIntervalMs);
+}
+
+void MainController::CloseCapture() {
+  capture_.Close();
+  view_.StopTimer(Timer::kCapture);
+}
+
+// Closing the tool needs nothing of the player, so it is the same during a
+// play.
+void MainController::OnCaptureClosed() {
+  CloseCapture();
 }
 
 void MainController::SelectSpeed(int rate) {

@@ -15,6 +15,7 @@
 #include <vector>
 
 #include "gui/app_info.h"
+#include "gui/capture_tool.h"
 #include "gui/command_table.h"
 #include "gui/gui_ports.h"
 #include "gui/main_view.h"
@@ -75,6 +76,8 @@ class MainController final : public PlayerView,
   void OnTreeCopyPath(const std::string& path);
   void OnOpenMacroFolder();
   void OnFileDropped(const std::string& path);
+  // The capture tool's window was closed by the user.
+  void OnCaptureClosed();
 
   // Unregisters every hotkey in use and registers the four fixed ones and
   // the per-macro ones from the settings; a hotkey the system refuses is
@@ -93,6 +96,11 @@ class MainController final : public PlayerView,
   bool autosaveRecording() const { return autosaveRecording_; }
   bool recording() const { return recording_; }
   Player& player() { return player_; }
+  const CaptureTool& capture() const { return capture_; }
+  // Where kind 7 of the capture tool reads a page's fields.
+  void SetPageFieldsReader(PageFieldsReader reader) {
+    capture_.SetPageFieldsReader(std::move(reader));
+  }
   // Ids of the hotkeys the system refused at the last registration.
   const std::vector<int>& refusedHotkeys() const { return refusedHotkeys_; }
   RapidMode rapidMode() const { return rapid_.Mode(); }
@@ -114,7 +122,10 @@ class MainController final : public PlayerView,
   void OnHookWheel(int delta) override;
   void OnHookKey(int vk, int message, bool altDown) override;
 
-  void SetMainWindowHandle(WindowHandle handle) { mainWindow_ = handle; }
+  void SetMainWindowHandle(WindowHandle handle) {
+    mainWindow_ = handle;
+    capture_.SetMainWindow(handle);
+  }
 
  private:
   // start_up.cpp
@@ -156,6 +167,8 @@ class MainController final : public PlayerView,
   void RecorderTick();
   void WindowTick();
   void AppendRecorded(const std::string& text);
+  void OpenCapture(std::string_view argument);
+  void CloseCapture();
   // editor_commands.cpp
   void Insert(const MenuEntry& entry);
   void PartialLoop();
@@ -186,6 +199,7 @@ class MainController final : public PlayerView,
   Player player_;
   RapidFire rapid_;
   std::string textBeforeRapid_;
+  CaptureTool capture_;
   Settings settings_;
   std::string currentPath_;
   std::string macroFolder_;

@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "gui/capture_view.h"
 #include "gui/macro_tree.h"
 
 namespace kx::gui {
@@ -130,6 +131,9 @@ class MainView {
   // Starting a running timer restarts it with the new interval.
   virtual void StartTimer(Timer timer, int intervalMs) = 0;
   virtual void StopTimer(Timer timer) = 0;
+
+  // --- the capture tool's window (one, owned by this window) ---
+  virtual CaptureView& CaptureToolView() = 0;
 };
 
 }  // namespace kx::gui

@@ -131,6 +131,7 @@ void MainController::Shutdown() {
   view_.Show(ShowMode::kHidden);
   view_.StopTimer(Timer::kSchedule);
   rapid_.SetMode(RapidMode::kOff, settings_.hits);
+  CloseCapture();
   // No key the program pressed stays down after it ends.
   const KeyRecord release[] = {{kVkShift, true}, {kVkControl, true}, {kVkMenu, true}};
   ports_.system.input.SendKeys(release);

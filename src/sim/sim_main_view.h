@@ -15,6 +15,25 @@
 
 namespace kx::sim {
 
+// The capture tool's window: what it shows and whether it is open.
+class SimCaptureView final : public gui::CaptureView {
+ public:
+  bool open = false;
+  int opened = 0;  // how many times it was opened
+  std::string label;
+  gui::CaptureFields fields;
+  WindowHandle handle = 0;
+
+  void Open() override {
+    open = true;
+    ++opened;
+  }
+  void Close() override { open = false; }
+  void SetLabel(std::string_view text) override { label = std::string(text); }
+  void SetFields(const gui::CaptureFields& f) override { fields = f; }
+  WindowHandle Handle() override { return handle; }
+};
+
 class SimMainView final : public gui::MainView {
  public:
   // --- what the window shows ---
@@ -54,6 +73,7 @@ class SimMainView final : public gui::MainView {
   int broughtToFront = 0;            // times the window was brought to the front
   std::map<gui::Timer, int> timers;  // running timers and their intervals
   std::vector<std::string> commandLines;
+  SimCaptureView capture;
   std::vector<gui::FileDialogRequest> dialogs;  // every file dialog opened
 
   // --- answers of the dialogs; nothing (Cancel) when the queue is empty ---
@@ -153,6 +173,7 @@ class SimMainView final : public gui::MainView {
   std::function<void(gui::OptionsDialog&)> optionsScript;
   void StartTimer(gui::Timer timer, int intervalMs) override { timers[timer] = intervalMs; }
   void StopTimer(gui::Timer timer) override { timers.erase(timer); }
+  gui::CaptureView& CaptureToolView() override { return capture; }
 
  private:
   std::optional<std::string> Answer(std::deque<std::optional<std::string>>& queue,

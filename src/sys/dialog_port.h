@@ -8,13 +8,14 @@
 
 namespace kx {
 
-enum class MessageStyle { kOk, kOkCancel, kOkCancelQuestion };
-enum class MessageResult { kOk, kCancel };
+enum class MessageStyle { kOk, kOkCancel, kOkCancelQuestion, kYesNoQuestion };
+enum class MessageResult { kOk, kCancel, kYes, kNo };
 
 class DialogPort {
  public:
   virtual ~DialogPort() = default;
-  virtual MessageResult MessageBox(WindowHandle owner, std::string_view text, std::string_view title,
+  virtual MessageResult MessageBox(WindowHandle owner, std::string_view text,
+                                   std::string_view title,
                                    MessageStyle style = MessageStyle::kOk) = 0;
   // Nothing when the user cancels.
   virtual std::optional<std::string> InputBox(std::string_view prompt, std::string_view title,

@@ -124,6 +124,15 @@ void LoopCountBox::Lock(bool locked) {
   ::EnableWindow(spin_, locked ? FALSE : TRUE);
 }
 
+// --- TextLine ---
+
+bool TextLine::Create(const ControlArgs& args, Kind kind) {
+  hwnd_ = kind == Kind::kLabel
+              ? CreateChild(WC_STATICW, args, SS_LEFT | SS_NOPREFIX | SS_CENTERIMAGE)
+              : CreateChild(WC_EDITW, args, ES_READONLY | ES_AUTOHSCROLL, WS_EX_CLIENTEDGE);
+  return hwnd_ != nullptr;
+}
+
 // --- MacroTreeView ---
 
 bool MacroTreeView::Create(const ControlArgs& args) {

@@ -76,6 +76,19 @@ class LoopCountBox {
   HWND spin_ = nullptr;
 };
 
+// One line of text: a label, or a box the user can select and copy from but
+// not change.
+class TextLine {
+ public:
+  enum class Kind { kLabel, kReadOnlyBox };
+  bool Create(const ControlArgs& args, Kind kind);
+  HWND hwnd() const { return hwnd_; }
+  void SetText(const std::wstring& text) { ::SetWindowTextW(hwnd_, text.c_str()); }
+
+ private:
+  HWND hwnd_ = nullptr;
+};
+
 class MacroTreeView {
  public:
   bool Create(const ControlArgs& args);

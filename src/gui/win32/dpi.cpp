@@ -26,6 +26,12 @@ UINT DpiOf(HWND window) {
   return dpi > 0 ? static_cast<UINT>(dpi) : kBaseDpi;
 }
 
+void MoveToSuggestedRect(HWND window, LPARAM suggestedRect) {
+  const auto* r = reinterpret_cast<const RECT*>(suggestedRect);
+  ::SetWindowPos(window, nullptr, r->left, r->top, r->right - r->left, r->bottom - r->top,
+                 SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
 HFONT CreateMessageFont(UINT dpi) {
   using SpiForDpiFn = BOOL(WINAPI*)(UINT, UINT, PVOID, UINT, UINT);
   static const auto spiForDpi = User32Function<SpiForDpiFn>("SystemParametersInfoForDpi");

@@ -4,6 +4,10 @@
 // keeps positions in twips (1/1440 inch).
 #include "sys/win32/windows_api.h"
 
+#ifndef WM_DPICHANGED
+#define WM_DPICHANGED 0x02E0
+#endif
+
 namespace kx::win32 {
 
 inline constexpr UINT kBaseDpi = 96;
@@ -22,6 +26,9 @@ inline int TwipsToPixels(int twips, UINT dpi) {
 inline int PixelsToTwips(int pixels, UINT dpi) {
   return ::MulDiv(pixels, kTwipsPerInch, static_cast<int>(dpi));
 }
+
+// Moves a window to the rectangle WM_DPICHANGED suggests (its lParam).
+void MoveToSuggestedRect(HWND window, LPARAM suggestedRect);
 
 // The user's message font at the given DPI (the font of dialogs and menus).
 HFONT CreateMessageFont(UINT dpi);

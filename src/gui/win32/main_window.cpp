@@ -14,10 +14,6 @@
 #include "gui/win32/win32_gui_ports.h"
 #include "sys/win32/wide.h"
 
-#ifndef WM_DPICHANGED
-#define WM_DPICHANGED 0x02E0
-#endif
-
 namespace kx::win32 {
 
 namespace {
@@ -70,6 +66,10 @@ bool MainWindow::Create() {
   args.menuOrId = BuildMenuBar();
   if (!WindowBase::Create(cls, args)) return false;
   CreateControls();
+  capture_.SetOwner(hwnd());
+  capture_.onClose = [this] {
+    if (controller_) controller_->OnCaptureClosed();
+  };
   return true;
 }
 
@@ -469,10 +469,7 @@ LRESULT MainWindow::HandleMessage(UINT msg, WPARAM wp, LPARAM lp) {
       return 0;
     }
     case WM_DPICHANGED: {
-      const auto* suggested = reinterpret_cast<const RECT*>(lp);
-      ::SetWindowPos(hwnd(), nullptr, suggested->left, suggested->top,
-                     suggested->right - suggested->left, suggested->bottom - suggested->top,
-                     SWP_NOZORDER | SWP_NOACTIVATE);
+      MoveToSuggestedRect(hwnd(), lp);
       ApplyFonts();
       editor_.DpiChanged();
       Layout();

@@ -7,6 +7,7 @@
 
 #include "gui/main_controller.h"
 #include "gui/main_view.h"
+#include "gui/win32/capture_window.h"
 #include "gui/win32/controls.h"
 #include "gui/win32/text_editor.h"
 #include "gui/win32/window_base.h"
@@ -64,6 +65,7 @@ class MainWindow final : public WindowBase, public gui::MainView {
   void ShowOptionsDialog(gui::OptionsDialog& dialog) override;
   void StartTimer(gui::Timer timer, int intervalMs) override;
   void StopTimer(gui::Timer timer) override;
+  gui::CaptureView& CaptureToolView() override { return capture_; }
 
  protected:
   LRESULT HandleMessage(UINT msg, WPARAM wp, LPARAM lp) override;
@@ -82,6 +84,7 @@ class MainWindow final : public WindowBase, public gui::MainView {
 
   gui::MainController* controller_ = nullptr;
   TextEditor editor_;
+  CaptureWindow capture_;
   MacroTreeView tree_;
   StatusBar status_;
   LoopCountBox loopBox_;

@@ -11,8 +11,18 @@ MessageResult Win32Dialogs::MessageBox(WindowHandle owner, std::string_view text
   UINT flags = MB_OK;
   if (style == MessageStyle::kOkCancel) flags = MB_OKCANCEL;
   if (style == MessageStyle::kOkCancelQuestion) flags = MB_OKCANCEL | MB_ICONQUESTION;
+  if (style == MessageStyle::kYesNoQuestion) flags = MB_YESNO | MB_ICONQUESTION;
   const int r = ::MessageBoxW(ToHwnd(owner), Widen(text).c_str(), Widen(title).c_str(), flags);
-  return r == IDOK ? MessageResult::kOk : MessageResult::kCancel;
+  switch (r) {
+    case IDOK:
+      return MessageResult::kOk;
+    case IDYES:
+      return MessageResult::kYes;
+    case IDNO:
+      return MessageResult::kNo;
+    default:
+      return MessageResult::kCancel;
+  }
 }
 
 std::optional<std::string> Win32Dialogs::InputBox(std::string_view prompt, std::string_view title,

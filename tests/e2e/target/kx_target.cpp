@@ -2,6 +2,9 @@
 // a tooltip on its OK button, that logs every keyboard and mouse message it receives, one line
 // each, to the file named first on its command line. The window's title is the rest of the command
 // line, "KxTarget" when there is none. The end-to-end tests read the log.
+// With "/capture" before the title it also shows what the capture tool is
+// tested on: a second edit box (text "二つ目") under the first, and a dialog
+// "取得テスト" of its own with a button "押す" in it.
 //
 // Line format (tab-separated key=value):
 //   ready hwnd=H client=X,Y            once, the client origin on the screen
@@ -121,6 +124,19 @@ void LogMessage(const Log& log, HWND main, const MSG& msg) {
   std::fflush(log.file);
 }
 
+constexpr wchar_t kCaptureFlag[] = L"/capture";
+
+// The windows of "/capture": a dialog owned by the main window, so that its
+// path starts with the dialog's class and title.
+void AddCaptureWindows(HINSTANCE instance, HWND main) {
+  ::CreateWindowExW(0, L"EDIT", L"二つ目", WS_CHILD | WS_VISIBLE | WS_BORDER | ES_AUTOHSCROLL, 10,
+                    220, 300, 24, main, nullptr, instance, nullptr);
+  HWND dialog = ::CreateWindowExW(0, WC_DIALOG, L"取得テスト", WS_POPUP | WS_CAPTION | WS_VISIBLE,
+                                  100, 560, 300, 140, main, nullptr, instance, nullptr);
+  ::CreateWindowExW(0, L"BUTTON", L"押す", WS_CHILD | WS_VISIBLE | BS_PUSHBUTTON, 20, 20, 120, 30,
+                    dialog, nullptr, instance, nullptr);
+}
+
 LRESULT CALLBACK Proc(HWND h, UINT m, WPARAM w, LPARAM l) {
   if (m == WM_DESTROY) {
     ::PostQuitMessage(0);
@@ -149,6 +165,11 @@ int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, PWSTR cmd, int) {
     path = line.substr(0, end);
   }
   while (end < line.size() && line[end] == L' ') ++end;
+  const bool capture = line.compare(end, std::size(kCaptureFlag) - 1, kCaptureFlag) == 0;
+  if (capture) {
+    end += std::size(kCaptureFlag) - 1;
+    while (end < line.size() && line[end] == L' ') ++end;
+  }
   if (end < line.size()) title = line.substr(end);
   if (title.size() >= 2 && title.front() == L'"' && title.back() == L'"')
     title = title.substr(1, title.size() - 2);
@@ -190,6 +211,7 @@ int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, PWSTR cmd, int) {
   ::SendMessageW(tip, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
   ::ShowWindow(main, SW_SHOWNORMAL);
   ::UpdateWindow(main);
+  if (capture) AddCaptureWindows(instance, main);
   ::SetFocus(edit);
   POINT origin{0, 0};
   ::ClientToScreen(main, &origin);
