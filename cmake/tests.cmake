@@ -36,6 +36,17 @@ foreach(t ${KX_CLI_TESTS})
   endif()
 endforeach()
 
+# kx page against a real headless Chromium (the browser from scripts/setup):
+# a display is not needed.
+file(GLOB KX_BROWSER_TESTS CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/browser/*.sh)
+foreach(t ${KX_BROWSER_TESTS})
+  get_filename_component(name ${t} NAME_WE)
+  if(NOT CMAKE_CROSSCOMPILING)
+    add_test(NAME browser.${name} COMMAND bash ${t} "" $<TARGET_FILE:kx>)
+    set_tests_properties(browser.${name} PROPERTIES LABELS browser TIMEOUT 300)
+  endif()
+endforeach()
+
 if(KX_BENCHMARKS AND NOT CMAKE_CROSSCOMPILING)
   find_package(benchmark REQUIRED)
   file(GLOB_RECURSE KX_BENCH_SOURCES CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/bench/*.cpp)
