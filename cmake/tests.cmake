@@ -9,7 +9,8 @@ file(GLOB_RECURSE KX_TEST_SOURCES CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/*.
 list(FILTER KX_TEST_SOURCES EXCLUDE REGEX "/tests/(e2e|fuzz|bench)/")
 list(FILTER KX_TEST_SOURCES EXCLUDE REGEX "/win32/")
 add_executable(kx_tests ${KX_TEST_SOURCES})
-target_link_libraries(kx_tests PRIVATE kx_gui kx_sim GTest::gtest_main GTest::gmock)
+# kx_beast: the DevTools tests stand in for a browser with Boost.Beast servers.
+target_link_libraries(kx_tests PRIVATE kx_gui kx_sim kx_beast GTest::gtest_main GTest::gmock)
 target_include_directories(kx_tests PRIVATE ${CMAKE_SOURCE_DIR}/tests)
 target_compile_options(kx_tests PRIVATE ${KX_WARNINGS})
 target_compile_definitions(kx_tests PRIVATE KX_TEST_DATA="${CMAKE_SOURCE_DIR}/tests/data")
