@@ -5,23 +5,15 @@
 # the fields, a hung page, a browser that closes mid-command) each end with a
 # failure exit in bounded time.
 #   chromium_page.sh EMULATOR KX   (EMULATOR is empty natively)
-set -u -o pipefail
-emu=${1:+$(realpath "$1")}
-kx=$(realpath "$2")
+source "$(dirname "${BASH_SOURCE[0]}")/../cli/lib/common.sh"
+set -o pipefail
 pages=$(cd "$(dirname "${BASH_SOURCE[0]}")/pages" && pwd)
-dir=$(mktemp -d)
 browsers=()
 cleanup() {
   for pid in "${browsers[@]}"; do kill -KILL "$pid" 2>/dev/null; wait "$pid" 2>/dev/null; done
   rm -rf "$dir"
 }
 trap cleanup EXIT
-fail=0
-check() { # name expected actual
-  if [ "$2" != "$3" ]; then
-    echo "FAIL: $1"; echo "  expected: $2"; echo "  actual:   $3"; fail=1
-  fi
-}
 # A kx call that outlives this many seconds counts as a hang.
 hang_limit=30
 page() { timeout "$hang_limit" $emu "$kx" page --port "$port" "$@" | tr -d '\r'; }
