@@ -127,7 +127,9 @@ TEST(DevToolsConnection, RepliesAreMatchedErrorsGiveNoneAndASilentPageEndsTheCon
   ASSERT_NE(connection, nullptr);
   EXPECT_EQ(connection->Evaluate("document.readyState"), nlohmann::json("complete"));
   EXPECT_EQ(connection->Evaluate("document.title"), std::nullopt);
+  EXPECT_TRUE(connection->Connected());  // an error answer leaves it up
   EXPECT_EQ(connection->Evaluate("1"), std::nullopt);
+  EXPECT_FALSE(connection->Connected());
   // After a call that timed out the connection stays failed.
   EXPECT_EQ(connection->Evaluate("2"), std::nullopt);
   connection.reset();
@@ -145,6 +147,7 @@ TEST(DevToolsConnection, ABrowserThatClosesMidCallGivesNone) {
   auto connection = DevToolsConnection::OpenPage(browser.Port(), Timeouts{});
   ASSERT_NE(connection, nullptr);
   EXPECT_EQ(connection->Evaluate("document.readyState"), std::nullopt);
+  EXPECT_FALSE(connection->Connected());
 }
 
 }  // namespace

@@ -107,6 +107,8 @@ class DevToolsConnection::Impl {
     return EvaluateValue(*reply);
   }
 
+  bool Connected() const { return !failed_; }
+
  private:
   // Sends a request and reads messages until the reply with that id, all
   // within one call's time; events and stale replies are passed over.
@@ -151,6 +153,10 @@ DevToolsConnection::~DevToolsConnection() = default;
 
 std::optional<nlohmann::json> DevToolsConnection::Evaluate(std::string_view expression) {
   return impl_->Evaluate(expression);
+}
+
+bool DevToolsConnection::Connected() const {
+  return impl_->Connected();
 }
 
 }  // namespace kx::devtools

@@ -27,6 +27,9 @@ class DevToolsConnection {
 
   // The expression's value in the page; none on any failure.
   std::optional<nlohmann::json> Evaluate(std::string_view expression);
+  // False once a call failed on the wire (closed, timed out): the browser
+  // or the page has gone. An error answer leaves the connection up.
+  bool Connected() const;
 
  private:
   class Impl;

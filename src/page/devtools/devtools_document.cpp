@@ -7,6 +7,8 @@
 namespace kx::devtools {
 namespace {
 
+constexpr std::string_view kLoading = "loading";
+
 class DevToolsDocument final : public PageDocument {
  public:
   explicit DevToolsDocument(std::unique_ptr<DevToolsConnection> connection)
@@ -14,7 +16,10 @@ class DevToolsDocument final : public PageDocument {
 
   std::string ReadyState() override {
     const auto state = connection_->Evaluate("document.readyState");
-    return state && state->is_string() ? state->get<std::string>() : std::string();
+    if (state && state->is_string()) return state->get<std::string>();
+    // An error answer while the page is up comes from a page between two
+    // documents (its context was just replaced): still loading, not gone.
+    return connection_->Connected() ? std::string(kLoading) : std::string();
   }
 
   std::optional<std::vector<PageElement>> Elements() override {
