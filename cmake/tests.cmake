@@ -46,7 +46,7 @@ foreach(t ${KX_BROWSER_TESTS})
   if(CMAKE_CROSSCOMPILING)
     add_test(NAME win64.browser.${name}
              COMMAND bash ${t} ${CMAKE_SOURCE_DIR}/scripts/wine-run $<TARGET_FILE:kx>)
-    set_tests_properties(win64.browser.${name} PROPERTIES LABELS browser TIMEOUT 300)
+    set_tests_properties(win64.browser.${name} PROPERTIES LABELS browser TIMEOUT 600)
   else()
     add_test(NAME browser.${name} COMMAND bash ${t} "" $<TARGET_FILE:kx>)
     set_tests_properties(browser.${name} PROPERTIES LABELS browser TIMEOUT 300)
