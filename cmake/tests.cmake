@@ -9,7 +9,8 @@ file(GLOB_RECURSE KX_TEST_SOURCES CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/*.
 list(FILTER KX_TEST_SOURCES EXCLUDE REGEX "/tests/(e2e|fuzz|bench)/")
 list(FILTER KX_TEST_SOURCES EXCLUDE REGEX "/win32/")
 add_executable(kx_tests ${KX_TEST_SOURCES})
-target_link_libraries(kx_tests PRIVATE kx_gui kx_sim GTest::gtest_main GTest::gmock)
+# kx_beast: the DevTools tests stand in for a browser with Boost.Beast servers.
+target_link_libraries(kx_tests PRIVATE kx_gui kx_sim kx_beast GTest::gtest_main GTest::gmock)
 target_include_directories(kx_tests PRIVATE ${CMAKE_SOURCE_DIR}/tests)
 target_compile_options(kx_tests PRIVATE ${KX_WARNINGS})
 target_compile_definitions(kx_tests PRIVATE KX_TEST_DATA="${CMAKE_SOURCE_DIR}/tests/data")
@@ -33,6 +34,22 @@ foreach(t ${KX_CLI_TESTS})
     add_test(NAME win64.cli.${name} COMMAND bash ${t} ${CMAKE_SOURCE_DIR}/scripts/wine-run $<TARGET_FILE:kx>)
   else()
     add_test(NAME cli.${name} COMMAND bash ${t} "" $<TARGET_FILE:kx>)
+  endif()
+endforeach()
+
+# kx page against a real headless Chromium (the browser from scripts/setup):
+# a display is not needed. The Windows kx.exe runs under Wine and reaches the
+# same browser on the loopback address.
+file(GLOB KX_BROWSER_TESTS CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/browser/*.sh)
+foreach(t ${KX_BROWSER_TESTS})
+  get_filename_component(name ${t} NAME_WE)
+  if(CMAKE_CROSSCOMPILING)
+    add_test(NAME win64.browser.${name}
+             COMMAND bash ${t} ${CMAKE_SOURCE_DIR}/scripts/wine-run $<TARGET_FILE:kx>)
+    set_tests_properties(win64.browser.${name} PROPERTIES LABELS browser TIMEOUT 600)
+  else()
+    add_test(NAME browser.${name} COMMAND bash ${t} "" $<TARGET_FILE:kx>)
+    set_tests_properties(browser.${name} PROPERTIES LABELS browser TIMEOUT 300)
   endif()
 endforeach()
 

@@ -13,5 +13,6 @@ int Save(const std::vector<std::string>& args);
 int Explain(const std::vector<std::string>& args);
 int Lint(const std::vector<std::string>& args);
 int KeyNames(const std::vector<std::string>& args);
+int Page(const std::vector<std::string>& args);
 
 }  // namespace kx::cli

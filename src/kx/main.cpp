@@ -1,5 +1,6 @@
 // kx: the command-line tool. Dry-run playback on the simulated system, the
-// expression evaluator, and the encoding tools, one sub-command each.
+// expression evaluator, the encoding tools, and a browser page through its
+// DevTools port, one sub-command each.
 #include <cstdio>
 #include <string>
 #include <vector>
@@ -26,6 +27,9 @@ constexpr SubCommand kSubCommands[] = {
     {"explain", kx::cli::Explain, "explain FILE"},
     {"lint", kx::cli::Lint, "lint [--app-dir DIR] FILE"},
     {"keynames", kx::cli::KeyNames, "keynames FILE   (the key-name list shipped with the program)"},
+    {"page", kx::cli::Page,
+     "page --port N LINE | --dump | --ready | --eval EXPR | --set INDEX VALUE |\n"
+     "       --check INDEX 0|1 | --submit FORM | --submit-of INDEX   (a browser's DevTools port)"},
 };
 
 int Usage() {

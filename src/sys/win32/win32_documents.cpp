@@ -1,13 +1,15 @@
 #include "sys/win32/win32_documents.h"
 
+#include "page/devtools/devtools_document.h"
+
 namespace kx::win32 {
 
 std::unique_ptr<PageDocument> Win32Documents::FromWindow(WindowHandle) {
   return nullptr;
 }
 
-std::unique_ptr<PageDocument> Win32Documents::FromDevTools(int) {
-  return nullptr;
+std::unique_ptr<PageDocument> Win32Documents::FromDevTools(int port) {
+  return devtools::OpenPage(port);
 }
 
 }  // namespace kx::win32

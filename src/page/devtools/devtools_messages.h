@@ -1,0 +1,37 @@
+#pragma once
+// The JSON side of the DevTools protocol: the browser's list of targets, the
+// Runtime.evaluate request and its reply. No input here is trusted: every
+// parse answers "none" for text that is not what the browser should send.
+#include <nlohmann/json.hpp>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace kx::devtools {
+
+// Where a page's WebSocket listens. The host is always the loopback address;
+// only the port and the path come from the browser.
+struct SocketAddress {
+  int port = 0;
+  std::string path;  // "/devtools/page/<id>"
+};
+
+// A loopback "ws://" address split up; none for another scheme or host.
+std::optional<SocketAddress> ParseSocketUrl(std::string_view url);
+
+// The WebSocket of the first target of type "page" in the text of
+// /json/list; none when there is no such page or the text is not a list.
+std::optional<SocketAddress> FirstPageSocket(std::string_view target_list);
+
+// A Runtime.evaluate request that returns the expression's value as JSON.
+std::string EvaluateRequest(int id, std::string_view expression);
+
+// The id of a reply; none for events and for text that is not a message.
+std::optional<int> MessageId(std::string_view message);
+
+// The value of an evaluate reply; none when the browser answered with an
+// error, the expression threw, or the reply is malformed. An expression whose
+// value is undefined gives null.
+std::optional<nlohmann::json> EvaluateValue(std::string_view reply);
+
+}  // namespace kx::devtools
