@@ -12,7 +12,7 @@ using enum SettingWriter;
 
 // The keys of setting.ini, in the order start-up reads them. "EndNotifer" is
 // spelled so on purpose: existing files use that name.
-constexpr std::array<SettingKey, 42> kKeys = {{
+constexpr std::array<SettingKey, 43> kKeys = {{
     {"HotkeyPlayMod", kInt, 0, kOptionsDialog, &Settings::hotkeyPlayMod},
     {"HotkeyPlay", kInt, 19, kOptionsDialog, &Settings::hotkeyPlay},
     {"Time", kBool, 0, kShutdown, &Settings::time},
@@ -55,6 +55,7 @@ constexpr std::array<SettingKey, 42> kKeys = {{
     {"W", kInt, 5200, kShutdown, &Settings::w},
     {"H", kInt, 6000, kShutdown, &Settings::h},
     {"UnicodeKeys", kInt, 0, kOptionsDialog, &Settings::unicodeKeys},
+    {"DevToolsPort", kInt, 9222, kOptionsDialog, &Settings::devToolsPort},
 }};
 
 // The shutdown writes its keys in its own order, not the table's.

@@ -53,7 +53,8 @@ struct Settings {
   int y = 0;
   int w = 5200;
   int h = 6000;
-  int unicodeKeys = 0;  // 1: "key" lines send untypeable characters as Unicode
+  int unicodeKeys = 0;      // 1: "key" lines send untypeable characters as Unicode
+  int devToolsPort = 9222;  // the loopback port page commands reach Chromium browsers on
 };
 
 enum class SettingType {
