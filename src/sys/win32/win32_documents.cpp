@@ -1,9 +1,11 @@
 #include "sys/win32/win32_documents.h"
 
+#include "sys/win32/win32_html_document.h"
+
 namespace kx::win32 {
 
-std::unique_ptr<PageDocument> Win32Documents::FromWindow(WindowHandle) {
-  return nullptr;
+std::unique_ptr<PageDocument> Win32Documents::FromWindow(WindowHandle window) {
+  return HtmlDocumentOfWindow(window);
 }
 
 std::unique_ptr<PageDocument> Win32Documents::FromDevTools(int) {
