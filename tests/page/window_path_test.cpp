@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <initializer_list>
+
 #include "sim/sim_system.h"
 
 namespace kx {
@@ -17,6 +19,12 @@ struct Tree {
     w.title = std::move(title);
     w.parent = parent;
     return sim.AddWindow(w);
+  }
+  // A chain of first children below `top`, one of each class; the last.
+  WindowHandle Chain(WindowHandle top, std::initializer_list<const char*> classes) {
+    WindowHandle w = top;
+    for (const char* cls : classes) w = Add(cls, "", w);
+    return w;
   }
   WindowHandle Find(std::string_view path) { return FindDocumentWindow(sim, path); }
 };
@@ -79,10 +87,8 @@ TEST(WindowPath, BrowserKeywordsFollowTheirChainsInAnyCase) {
   Tree t;
   t.Add("Unrelated");
   const auto frame = t.Add("SleipnirFrame");
-  auto w = t.Add("MDIClient", "", frame);
-  for (const char* cls : {"AfxFrameOrView42", "Shell Embedding", "Shell DocObject View"})
-    w = t.Add(cls, "", w);
-  const auto server = t.Add("Internet Explorer_Server", "", w);
+  const auto server = t.Chain(frame, {"MDIClient", "AfxFrameOrView42", "Shell Embedding",
+                                      "Shell DocObject View", "Internet Explorer_Server"});
   EXPECT_EQ(t.Find("sleipnir"), server);
   EXPECT_EQ(t.Find("Sleipnir"), server);
   EXPECT_EQ(t.Find("SLEIPNIR"), server);
@@ -90,11 +96,9 @@ TEST(WindowPath, BrowserKeywordsFollowTheirChainsInAnyCase) {
   const auto match = WalkWindowPath(t.sim, std::vector<std::string>{"sleipnir"});
   EXPECT_EQ(match.topLevel, frame);
 
-  const auto frame2 = t.Add("Sleipnir2Frame");
-  auto v = t.Add("MDIClient", "", frame2);
-  for (const char* cls : {"IEBrowserFrame", "Shell Embedding", "Shell DocObject View"})
-    v = t.Add(cls, "", v);
-  const auto server2 = t.Add("Internet Explorer_Server", "", v);
+  const auto server2 =
+      t.Chain(t.Add("Sleipnir2Frame"), {"MDIClient", "IEBrowserFrame", "Shell Embedding",
+                                        "Shell DocObject View", "Internet Explorer_Server"});
   EXPECT_EQ(t.Find("sleipnir2"), server2);
 
   EXPECT_EQ(t.Find("firefox"), 0u);
@@ -106,10 +110,9 @@ TEST(WindowPath, BrowserKeywordsFollowTheirChainsInAnyCase) {
 
 TEST(WindowPath, TheInternetExplorerPathOfWaitweb) {
   Tree t;
-  auto w = t.Add("IEFrame", "Internet Explorer");
-  for (const char* cls : {"Frame Tab", "TabWindowClass", "Shell DocObject View"})
-    w = t.Add(cls, "", w);
-  const auto server = t.Add("Internet Explorer_Server", "", w);
+  const auto server =
+      t.Chain(t.Add("IEFrame", "Internet Explorer"),
+              {"Frame Tab", "TabWindowClass", "Shell DocObject View", "Internet Explorer_Server"});
   EXPECT_EQ(t.Find(kInternetExplorerPath), server);
 }
 
