@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "page/page_fields.h"
+#include "page/window_document.h"
 #include "player/play_speed.h"
 
 namespace kx::gui {
@@ -28,6 +30,12 @@ MainController::MainController(GuiPorts ports, MainView& view)
                 view.CaptureToolView(),
                 [this](std::string_view text) { view_.InsertAtCaret(text); }}),
       recorder_(ports.system.input, ports.system.windows, ports.system.clock) {
+  // Kind 7 of the capture tool reads the fields of the page under the pointer.
+  capture_.SetPageFieldsReader([this](WindowHandle window) -> std::optional<std::string> {
+    const auto document = DocumentOfWindow(ports_.system.windows, ports_.system.documents, window,
+                                           settings_.devToolsPort);
+    return document ? CapturePageFields(*document) : std::nullopt;
+  });
   // A "<pause>" line reaches rapid fire first, as the pause hotkey does.
   player_.SetRapidFireArmed([this] { return RapidFireTakesHotkey(kHotkeyPause); });
 }

@@ -44,9 +44,7 @@ inline constexpr int kHotkeyRecord = 257;
 inline constexpr int kDefaultSplitTwips = 1335;
 int ClampSplit(int twips, int innerWidthTwips);
 
-class MainController final : public PlayerView,
-                             public RecorderHookSink,
-                             private RapidFireHost {
+class MainController final : public PlayerView, public RecorderHookSink, private RapidFireHost {
  public:
   MainController(GuiPorts ports, MainView& view);
 

@@ -6,6 +6,11 @@
 
 namespace kx {
 
+namespace {
+constexpr int kLowestPort = 1;
+constexpr int kHighestPort = 65535;
+}  // namespace
+
 PlayerOptions PlayerOptionsFromSettings(const Settings& settings) {
   PlayerOptions options;
   options.endNotifier = settings.endNotifer;
@@ -15,6 +20,11 @@ PlayerOptions PlayerOptionsFromSettings(const Settings& settings) {
   options.trace = settings.trace;
   options.balloon = settings.balloon;
   options.unicodeKeys = settings.unicodeKeys != 0;
+  // A port outside the range TCP allows keeps the browsers' usual one.
+  options.devToolsPort =
+      settings.devToolsPort >= kLowestPort && settings.devToolsPort <= kHighestPort
+          ? settings.devToolsPort
+          : PlayerOptions{}.devToolsPort;
   return options;
 }
 

@@ -5,8 +5,8 @@
 
 namespace kx {
 
-// End notification, modifier release, speed, running-line display and
-// comment balloons.
+// End notification, modifier release, speed, running-line display, comment
+// balloons, Unicode typing and the DevTools port of page commands.
 PlayerOptions PlayerOptionsFromSettings(const Settings& settings);
 
 // The loop-count box: the stored count when the box is remembered ("Loop"),

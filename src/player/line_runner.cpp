@@ -135,7 +135,8 @@ void LineRunner::RunForm(const ClassifiedLine& command, std::string_view key) {
       Delete(argument);
       break;
     case LineForm::kPage:
-      break;  // browser page commands: recognised, no effect here
+      PageCommand(key, argument);
+      break;
     case LineForm::kKeys:
       input_.PressKeys(argument);
       break;

@@ -1,6 +1,8 @@
 #pragma once
 // Runs one line of a pass: classification, block constructs, and every
 // command form. Its methods are spread over files by family of commands.
+#include <memory>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -55,6 +57,16 @@ class LineRunner {
   void RegistryJump(std::string_view key);
   void Comment(std::string_view text);
   void Pointer(std::string_view key, std::string_view where);
+  // Window-text and page commands.
+  void PageCommand(std::string_view key, std::string_view argument);
+  void WriteWindowText(const std::vector<std::string>& fields, bool append);
+  void ReadWindowText(std::string_view argument);
+  void SetTextByHandle(std::string_view argument);
+  void ClickButton(std::string_view argument);
+  void SendClick(const std::vector<std::string>& fields);
+  void PostKey(const std::vector<std::string>& fields);
+  void WaitWeb();
+  std::unique_ptr<PageDocument> PageDocumentOf(std::span<const std::string> path);
 
   // A wait that pumps messages and ends at once when the play is stopped.
   void PumpingWait(double milliseconds) { kx::PumpingWait(sys_.clock, milliseconds, p_.playing_); }

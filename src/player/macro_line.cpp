@@ -39,6 +39,8 @@ struct FormTest {
 };
 
 constexpr ArgumentRule kWholeKey{From::kKey};
+constexpr std::string_view kPageCommandWords[] = {"bc", "ts", "ad", "pw", "ip",
+                                                  "cc", "kk", "st", "gt"};
 constexpr ArgumentRule kNoArgument{};
 constexpr ArgumentRule KeyFrom(std::size_t start, TrimArg trim = TrimArg::kBoth) {
   return {From::kKey, start, trim};
@@ -102,14 +104,16 @@ constexpr std::array kForms = {
              kWholeKey},
     FormTest{LineForm::kDelete, "delete", [](auto k, auto&) { return Starts(k, "delete "); },
              KeyFrom(8)},
+    // Page and window-text commands: "waitweb" as a whole, the others by
+    // their first two characters; the runner tells them apart by the key.
     FormTest{LineForm::kPage, "page",
              [](auto k, auto&) {
-               if (Is(k, "waitweb") || Is(k, "st") || Is(k, "gt")) return true;
-               for (auto p : {"bc", "ts", "ad", "pw", "ip", "cc", "kk"})
+               if (Is(k, "waitweb")) return true;
+               for (auto p : kPageCommandWords)
                  if (Starts(k, p)) return true;
                return false;
              },
-             kWholeKey},
+             LineFrom(3)},
     FormTest{LineForm::kKeys, "keys", [](auto k, auto&) { return Starts(k, "keys"); },
              LineFrom(5)},
     FormTest{LineForm::kKey, "key", [](auto k, auto&) { return Starts(k, "key"); }, LineFrom(4)},

@@ -32,6 +32,7 @@ struct PlayerOptions {
   bool trace = false;        // highlight the running line
   bool balloon = false;      // show comment lines as balloons
   bool unicodeKeys = false;  // UnicodeKeys: type untypeable characters as Unicode
+  int devToolsPort = 9222;   // DevToolsPort: where page commands reach a Chromium browser
   std::string appTitle = "Kestrelix";
 };
 

@@ -57,6 +57,7 @@ struct Settings {
   // A play cut short (stopped, paused, failed) and the end of the program
   // let go of every key and mouse button a macro left held down.
   bool releaseHeld = true;
+  int devToolsPort = 9222;  // the loopback port page commands reach Chromium browsers on
 };
 
 enum class SettingType {

@@ -236,6 +236,59 @@ WindowHandle SimSystem::FromPoint(Point screen) {
   return found;
 }
 
+// Messages to a window that does not exist go nowhere, as on the system.
+void SimSystem::SetText(WindowHandle window, std::string_view text) {
+  auto* w = WindowByHandle(window);
+  if (!w) return;
+  w->title = std::string(text);
+  Record("settext", {{"hwnd", window}, {"text", text}});
+}
+
+void SimSystem::ClickButton(WindowHandle window) {
+  if (!WindowByHandle(window)) return;
+  Record("button_click", {{"hwnd", window}});
+}
+
+void SimSystem::SendClick(WindowHandle window, Point client) {
+  if (!WindowByHandle(window)) return;
+  Record("sent_click", {{"hwnd", window}, {"x", client.x}, {"y", client.y}});
+}
+
+void SimSystem::PostKeyDown(WindowHandle window, int vk) {
+  if (!WindowByHandle(window)) return;
+  Record("posted_key", {{"hwnd", window}, {"vk", vk}});
+}
+
+// --- documents ---
+
+SimPage& SimSystem::AddPage(WindowHandle window, SimPage page) {
+  return pages_[window] = std::move(page);
+}
+
+SimPage& SimSystem::AddDevToolsPage(int port, SimPage page) {
+  return devToolsPages_[port] = std::move(page);
+}
+
+std::unique_ptr<PageDocument> SimSystem::FromWindow(WindowHandle window) {
+  const Json source = {{"hwnd", window}};
+  documentRequests_.push_back(DumpJson(source));
+  auto it = pages_.find(window);
+  if (it == pages_.end() || !WindowByHandle(window)) return nullptr;
+  return MakeSimDocument(it->second, source, [this](std::string_view ev, Json fields) {
+    Record(ev, std::move(fields));
+  });
+}
+
+std::unique_ptr<PageDocument> SimSystem::FromDevTools(int port) {
+  const Json source = {{"port", port}};
+  documentRequests_.push_back(DumpJson(source));
+  auto it = devToolsPages_.find(port);
+  if (it == devToolsPages_.end() || it->second.gone) return nullptr;
+  return MakeSimDocument(it->second, source, [this](std::string_view ev, Json fields) {
+    Record(ev, std::move(fields));
+  });
+}
+
 // --- shell, clipboard, dialogs ---
 
 bool SimSystem::Open(std::string_view file, std::string_view) {

@@ -13,6 +13,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "sim/sim_document.h"
 #include "sim/trace.h"
 #include "sys/system.h"
 
@@ -98,6 +99,13 @@ class SimSystem final : public InputPort,
     pumpHook_ = std::move(hook);
     wakeAtUs_ = wakeAtUs;
   }
+  // The page an Internet Explorer engine window shows, and the page of a
+  // browser answering DevTools on a port. The references stay valid for the
+  // system's life.
+  SimPage& AddPage(WindowHandle window, SimPage page = {});
+  SimPage& AddDevToolsPage(int port, SimPage page = {});
+  // Document requests in the order they came: {"hwnd":n} or {"port":n}.
+  const std::vector<std::string>& DocumentRequests() const { return documentRequests_; }
   std::string LastStatus() const { return status_; }
   std::string LastRegeditKey() const { return regeditKey_; }
   // The current user's file classes: each key and its default value.
@@ -139,10 +147,14 @@ class SimSystem final : public InputPort,
   WindowHandle Parent(WindowHandle window) override;
   WindowHandle FromPoint(Point screen) override;
   std::string Text(WindowHandle window) override { return Title(window); }
+  void SetText(WindowHandle window, std::string_view text) override;
+  void ClickButton(WindowHandle window) override;
+  void SendClick(WindowHandle window, Point client) override;
+  void PostKeyDown(WindowHandle window, int vk) override;
 
   // --- DocumentPort ---
-  std::unique_ptr<PageDocument> FromWindow(WindowHandle) override { return nullptr; }
-  std::unique_ptr<PageDocument> FromDevTools(int) override { return nullptr; }
+  std::unique_ptr<PageDocument> FromWindow(WindowHandle window) override;
+  std::unique_ptr<PageDocument> FromDevTools(int port) override;
 
   // --- ShellPort ---
   bool Open(std::string_view file, std::string_view workingFolder) override;
@@ -244,6 +256,9 @@ class SimSystem final : public InputPort,
   std::string regeditKey_;
   std::map<std::string, std::string> classKeys_;
   std::set<std::string> refusedClassKeys_;
+  std::map<WindowHandle, SimPage> pages_;
+  std::map<int, SimPage> devToolsPages_;
+  std::vector<std::string> documentRequests_;
   std::uint32_t rndSeed_ = 0x50000;
 };
 

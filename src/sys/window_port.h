@@ -46,6 +46,18 @@ class WindowPort {
   // The window's text as WM_GETTEXT gives it, also from another process's
   // controls (an edit box's contents); empty when the window does not answer.
   virtual std::string Text(WindowHandle window) = 0;
+
+  // --- messages to other programs' windows ---
+  // WM_SETTEXT: replaces the window's text (an edit box's contents, a
+  // caption).
+  virtual void SetText(WindowHandle window, std::string_view text) = 0;
+  // BM_CLICK: presses a button as a click on it would.
+  virtual void ClickButton(WindowHandle window) = 0;
+  // WM_LBUTTONDOWN and WM_LBUTTONUP sent at a client point: a click that
+  // neither moves the pointer nor activates the window.
+  virtual void SendClick(WindowHandle window, Point client) = 0;
+  // WM_KEYDOWN posted with a virtual-key code.
+  virtual void PostKeyDown(WindowHandle window, int vk) = 0;
 };
 
 }  // namespace kx

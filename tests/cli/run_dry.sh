@@ -64,6 +64,13 @@ out=$(cd "$dir/マクロ" && run run --dry 親.ksx | grep -E '"keys"|"msgbox"' |
 check "japanese names" '{"ev":"keys","keys":[[65,"down"],[65,"up"]]}
 {"ev":"msgbox","title":"Kestrelix","text":"日本語"}' "$out"
 
+# "st" and "gt" are page commands by their first two characters: the value
+# goes to the window and <debug> shows it; nothing is opened or typed.
+printf 'ST value,,Edit\r\ngt Edit\r\n<debug>\r\nst x,,Missing' > "$dir/page.ksx"
+out=$(run run --dry --window Edit,old "$dir/page.ksx" | grep -E '"(settext|msgbox|open|keys)"' | sed 's/"t":[0-9]*,//')
+check "page commands" '{"ev":"settext","hwnd":65568,"text":"value"}
+{"ev":"msgbox","title":"現在の値","text":"value"}' "$out"
+
 head -c 20000 /dev/urandom > "$dir/binary.ksx"
 run run --dry --max-lines 100000 "$dir/binary.ksx" | tail -1 | grep -q '"ev":"end"' || { echo "FAIL: binary file"; fail=1; }
 

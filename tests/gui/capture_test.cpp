@@ -302,6 +302,20 @@ TEST_F(CaptureTest, PageInputWritesAWaitAndTheFieldsOfThePage) {
   EXPECT_EQ(view.text, "1000\r\nIP user=abc / pass=xyz,0,KxForm*1,Edit*2\r\n");
 }
 
+// Without a reader of its own the tool reads the simulated page of the
+// window under the pointer.
+TEST_F(CaptureTest, PageInputReadsThePageUnderThePointer) {
+  sim.AddPage(d.edit2, sim::MakeSimPage({{{"INPUT", "text", "user", "abc", false}, 0},
+                                         {{"INPUT", "hidden", "token", "t", false}, 0},
+                                         {{"TEXTAREA", "", "memo", "a\r\nb", false}, 0}},
+                                        1));
+  Open("pw");
+  AltClick(inEdit1);  // a window without a page writes nothing
+  EXPECT_EQ(view.text, "");
+  AltClick(inEdit2);
+  EXPECT_EQ(view.text, "1000\r\nIP user=abc / memo=a\\nb,0,KxForm*1,Edit*2\r\n");
+}
+
 TEST_F(CaptureTest, TheToolAndTheMainWindowAreNeverTargets) {
   const auto tool = sim.AddWindow({kToolWindow, "KxCapture", "取得", {0, 0, 90, 90}});
   const auto label = sim.AddWindow({0, "Static", "ラベル", {10, 10, 80, 30}, {0, 0}, false, tool});

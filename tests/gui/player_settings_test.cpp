@@ -65,5 +65,12 @@ TEST(PlayerSettings, UnicodeKeysIsOnForAnyNonZeroValue) {
   EXPECT_FALSE(PlayerOptionsFromSettings(FromIni("UnicodeKeys=0\r\n")).unicodeKeys);
 }
 
+TEST(PlayerSettings, DevToolsPortIsPassedAndAPortOutsideTcpsRangeKeepsTheDefault) {
+  EXPECT_EQ(PlayerOptionsFromSettings(FromIni("")).devToolsPort, 9222);
+  EXPECT_EQ(PlayerOptionsFromSettings(FromIni("DevToolsPort=9333\r\n")).devToolsPort, 9333);
+  EXPECT_EQ(PlayerOptionsFromSettings(FromIni("DevToolsPort=0\r\n")).devToolsPort, 9222);
+  EXPECT_EQ(PlayerOptionsFromSettings(FromIni("DevToolsPort=70000\r\n")).devToolsPort, 9222);
+}
+
 }  // namespace
 }  // namespace kx

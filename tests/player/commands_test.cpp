@@ -219,7 +219,7 @@ TEST(SystemCommands, CommentsShowABalloonOnlyWhenAsked) {
   EXPECT_EQ(f.Effects("balloon"), std::vector<std::string>{R"({"ev":"balloon","text":"Hello"})"});
 }
 
-TEST(SystemCommands, PageCommandsAreRecognisedAndDoNothing) {
+TEST(SystemCommands, PageCommandsWithoutTheirWindowsDoNothing) {
   PlayFixture f;
   f.Play({"waitweb", "st", "gt", "bc 1", "kk x"});
   EXPECT_TRUE(f.Effects().empty());

@@ -75,7 +75,16 @@ const FormCase kFormCases[] = {
     {"00", LineForm::kWait},
     {"w", LineForm::kKeyLine},
     {"enter", LineForm::kKeyLine},
-    {"stx", LineForm::kKeyLine},
+    // Every page command is known by its first two characters, "st" and "gt"
+    // as much as the others.
+    {"stx", LineForm::kPage},
+    {"st value,,edit", LineForm::kPage},
+    {"gt edit", LineForm::kPage},
+    {"gt(10,10)", LineForm::kPage},
+    {"ad ,,edit", LineForm::kPage},
+    {"kk enter,,edit", LineForm::kPage},
+    {"waitwebx", LineForm::kKeyLine},
+    {"s", LineForm::kKeyLine},
 };
 
 TEST(LineForms, EachKeyIsTakenByTheFirstFormThatAcceptsIt) {
@@ -177,6 +186,9 @@ const ArgumentCase kArgumentCases[] = {
     {"LMouse Down (1,2)", LineForm::kMouseButton, "lmouse down (1,2)"},
     {"Wheel  -120", LineForm::kWheel, " -120"},
     {"Enter", LineForm::kKeyLine, "enter"},
+    {"ST Hello World,,Edit", LineForm::kPage, "Hello World,,Edit"},
+    {"GT  Edit*2 ", LineForm::kPage, "Edit*2"},
+    {"gt(10,10)", LineForm::kPage, "(10,10)"},
 };
 
 TEST(LineForms, TheClassifierCutsEachFormsArgument) {

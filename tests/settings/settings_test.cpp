@@ -71,14 +71,15 @@ INSTANTIATE_TEST_SUITE_P(
         DefaultCase{"EndNotifer", "0"}, DefaultCase{"Up", "0"}, DefaultCase{"Hits", "100"},
         DefaultCase{"Auto", ""}, DefaultCase{"WinState", "0"}, DefaultCase{"X", "0"},
         DefaultCase{"Y", "0"}, DefaultCase{"W", "5200"}, DefaultCase{"H", "6000"},
-        DefaultCase{"UnicodeKeys", "0"}, DefaultCase{"ReleaseHeld", "-1"}));
+        DefaultCase{"UnicodeKeys", "0"}, DefaultCase{"ReleaseHeld", "-1"},
+        DefaultCase{"DevToolsPort", "9222"}));
 
 TEST(SettingKeys, ListEveryKeyOnceInTheOrderStartUpReadsThem) {
   const auto keys = SettingKeys();
   ASSERT_EQ(keys.size(), 43u);
   EXPECT_EQ(keys.front().name, "HotkeyPlayMod");
   EXPECT_EQ(keys[21].name, "LoopCnt");
-  EXPECT_EQ(keys.back().name, "ReleaseHeld");
+  EXPECT_EQ(keys.back().name, "DevToolsPort");
   for (std::size_t i = 0; i < keys.size(); ++i)
     for (std::size_t j = i + 1; j < keys.size(); ++j) EXPECT_NE(keys[i].name, keys[j].name);
 }
@@ -175,10 +176,10 @@ TEST(WriteShutdownSettings, WritesLoopCntAndThePlacementOfANormalWindow) {
 TEST(WriteOptionsSettings, WritesTheDialogsKeysOnly) {
   FakeStore store;
   WriteOptionsSettings(store, Settings{});
-  // The options dialog has no control for UnicodeKeys; it writes back the
-  // value that was read.
-  EXPECT_EQ(store.written.size(), 21u);
-  EXPECT_EQ(store.written.back(), "ReleaseHeld");
+  // The options dialog has no control for UnicodeKeys, ReleaseHeld or
+  // DevToolsPort; it writes back the values that were read.
+  EXPECT_EQ(store.written.size(), 22u);
+  EXPECT_EQ(store.written.back(), "DevToolsPort");
   EXPECT_EQ(store.written.front(), "HotkeyPlayMod");
   EXPECT_EQ(store.values.count("Mouse"), 0u);
   EXPECT_EQ(store.values["EndNotifer"], "0");

@@ -105,10 +105,23 @@ WindowHandle Win32Windows::FromPoint(Point screen) {
   return FromHwnd(::WindowFromPoint(POINT{screen.x, screen.y}));
 }
 
+namespace {
+
+// A window that does not answer within this time is left alone, so that a
+// hung program never hangs the player.
+constexpr UINT kAnswerMs = 1000;
+
+LRESULT SendBounded(WindowHandle window, UINT message, WPARAM wParam, LPARAM lParam) {
+  DWORD_PTR result = 0;
+  ::SendMessageTimeoutW(ToHwnd(window), message, wParam, lParam, SMTO_ABORTIFHUNG, kAnswerMs,
+                        &result);
+  return static_cast<LRESULT>(result);
+}
+
+}  // namespace
+
 std::string Win32Windows::Text(WindowHandle window) {
-  // WM_GETTEXT crosses processes where GetWindowText does not; a hung owner
-  // must not hang the caller.
-  constexpr UINT kAnswerMs = 1000;
+  // WM_GETTEXT crosses processes where GetWindowText does not.
   DWORD_PTR length = 0;
   if (!::SendMessageTimeoutW(ToHwnd(window), WM_GETTEXTLENGTH, 0, 0, SMTO_ABORTIFHUNG, kAnswerMs,
                              &length) ||
@@ -122,6 +135,30 @@ std::string Win32Windows::Text(WindowHandle window) {
     return {};
   buf.resize(std::min<size_t>(static_cast<size_t>(copied), buf.size()));
   return Narrow(buf);
+}
+
+void Win32Windows::SetText(WindowHandle window, std::string_view text) {
+  const std::wstring wide = Widen(text);
+  SendBounded(window, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(wide.c_str()));
+}
+
+void Win32Windows::ClickButton(WindowHandle window) {
+  SendBounded(window, BM_CLICK, 0, 0);
+}
+
+void Win32Windows::SendClick(WindowHandle window, Point client) {
+  // The button state travels in wParam and the client point in lParam, as
+  // the system itself sends them; the pointer stays where it is.
+  const LPARAM at = MAKELPARAM(static_cast<WORD>(client.x), static_cast<WORD>(client.y));
+  SendBounded(window, WM_LBUTTONDOWN, MK_LBUTTON, at);
+  SendBounded(window, WM_LBUTTONUP, 0, at);
+}
+
+void Win32Windows::PostKeyDown(WindowHandle window, int vk) {
+  // A repeat count of 1 and the key's scan code, as a real key-down carries.
+  const UINT scan = ::MapVirtualKeyW(static_cast<UINT>(vk), MAPVK_VK_TO_VSC);
+  const LPARAM info = static_cast<LPARAM>(1 | (scan << 16));
+  ::PostMessageW(ToHwnd(window), WM_KEYDOWN, static_cast<WPARAM>(vk), info);
 }
 
 }  // namespace kx::win32

@@ -35,6 +35,10 @@ class Win32Windows final : public WindowPort {
   WindowHandle Parent(WindowHandle window) override;
   WindowHandle FromPoint(Point screen) override;
   std::string Text(WindowHandle window) override;
+  void SetText(WindowHandle window, std::string_view text) override;
+  void ClickButton(WindowHandle window) override;
+  void SendClick(WindowHandle window, Point client) override;
+  void PostKeyDown(WindowHandle window, int vk) override;
 };
 
 }  // namespace kx::win32

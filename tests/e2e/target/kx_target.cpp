@@ -10,6 +10,8 @@
 //   ready hwnd=H client=X,Y            once, the client origin on the screen
 //   t=US wall=US mt=MS msg=NAME vk=N scan=N ext=0|1     keyboard messages
 //   t=US wall=US mt=MS msg=NAME x=N y=N delta=N          mouse messages
+//   sent msg=NAME hwnd=H x=N y=N     mouse buttons sent (not posted) to the main window
+//   clicked text=T                    a button reported BN_CLICKED
 // t is the performance counter in microseconds when the message was taken
 // from the queue, mt the message's own time stamp (milliseconds, set when the
 // input was queued), wall the system time in
@@ -126,21 +128,36 @@ void LogMessage(const Log& log, HWND main, const MSG& msg) {
 
 constexpr wchar_t kCaptureFlag[] = L"/capture";
 
-// The windows of "/capture": a dialog owned by the main window, so that its
+// The window of "/capture": a dialog owned by the main window, so that its
 // path starts with the dialog's class and title.
 void AddCaptureWindows(HINSTANCE instance, HWND main) {
-  ::CreateWindowExW(0, L"EDIT", L"二つ目", WS_CHILD | WS_VISIBLE | WS_BORDER | ES_AUTOHSCROLL, 10,
-                    220, 300, 24, main, nullptr, instance, nullptr);
   HWND dialog = ::CreateWindowExW(0, WC_DIALOG, L"取得テスト", WS_POPUP | WS_CAPTION | WS_VISIBLE,
                                   100, 560, 300, 140, main, nullptr, instance, nullptr);
   ::CreateWindowExW(0, L"BUTTON", L"押す", WS_CHILD | WS_VISIBLE | BS_PUSHBUTTON, 20, 20, 120, 30,
                     dialog, nullptr, instance, nullptr);
 }
 
+FILE* g_log = nullptr;  // the log for what the window procedure sees
+
 LRESULT CALLBACK Proc(HWND h, UINT m, WPARAM w, LPARAM l) {
   if (m == WM_DESTROY) {
     ::PostQuitMessage(0);
     return 0;
+  }
+  // Button presses and sent clicks never pass the message loop: the window
+  // procedure logs them.
+  if (m == WM_COMMAND && HIWORD(w) == BN_CLICKED && g_log) {
+    char text[64] = "";
+    ::GetWindowTextA(reinterpret_cast<HWND>(l), text, sizeof text);
+    std::fprintf(g_log, "clicked\ttext=%s\n", text);
+    std::fflush(g_log);
+  }
+  if ((m == WM_LBUTTONDOWN || m == WM_LBUTTONUP) && ::InSendMessage() && g_log) {
+    std::fprintf(g_log, "sent\tmsg=%s\thwnd=%llu\tx=%d\ty=%d\n",
+                 m == WM_LBUTTONDOWN ? "WM_LBUTTONDOWN" : "WM_LBUTTONUP",
+                 static_cast<unsigned long long>(reinterpret_cast<UINT_PTR>(h)),
+                 static_cast<short>(LOWORD(l)), static_cast<short>(HIWORD(l)));
+    std::fflush(g_log);
   }
   return ::DefWindowProcW(h, m, w, l);
 }
@@ -174,6 +191,7 @@ int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, PWSTR cmd, int) {
   if (title.size() >= 2 && title.front() == L'"' && title.back() == L'"')
     title = title.substr(1, title.size() - 2);
   if (!path.empty()) log.file = ::_wfopen(path.c_str(), L"wb");
+  g_log = log.file;
 
   WNDCLASSW wc{};
   wc.lpfnWndProc = Proc;
@@ -197,6 +215,8 @@ int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, PWSTR cmd, int) {
   HWND list = child(L"LISTBOX", L"", WS_BORDER, 330, 90, 150, 120);
   ::SendMessageW(list, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(L"one"));
   ::SendMessageW(list, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(L"two"));
+  // A second edit box: the same class twice under one parent.
+  child(L"EDIT", L"second", WS_BORDER, 10, 220, 300, 24);
   INITCOMMONCONTROLSEX controls{sizeof controls, ICC_WIN95_CLASSES};
   ::InitCommonControlsEx(&controls);
   HWND tip = ::CreateWindowExW(0, TOOLTIPS_CLASSW, nullptr, WS_POPUP | TTS_ALWAYSTIP, CW_USEDEFAULT,

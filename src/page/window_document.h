@@ -1,0 +1,20 @@
+#pragma once
+// The page document a window shows, whichever browser shows it.
+#include <memory>
+#include <string_view>
+
+#include "sys/document_port.h"
+#include "sys/window_port.h"
+
+namespace kx {
+
+// The top-level window class of Chromium browsers (Chrome, Edge).
+inline constexpr std::string_view kChromiumFrameClass = "Chrome_WidgetWin_1";
+
+// A window inside a Chromium browser gives the page on the browser's
+// DevTools port; any other window its Internet Explorer engine document.
+// None when the window shows no document.
+std::unique_ptr<PageDocument> DocumentOfWindow(WindowPort& windows, DocumentPort& documents,
+                                               WindowHandle window, int devToolsPort);
+
+}  // namespace kx
