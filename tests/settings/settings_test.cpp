@@ -76,7 +76,7 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST(SettingKeys, ListEveryKeyOnceInTheOrderStartUpReadsThem) {
   const auto keys = SettingKeys();
-  ASSERT_EQ(keys.size(), 43u);
+  ASSERT_EQ(keys.size(), 44u);
   EXPECT_EQ(keys.front().name, "HotkeyPlayMod");
   EXPECT_EQ(keys[21].name, "LoopCnt");
   EXPECT_EQ(keys.back().name, "DevToolsPort");
