@@ -60,7 +60,7 @@ void MainController::DeleteWaits() {
   }
   if (removed == 0) return;
   view_.SetEditorText(text);
-  view_.SetStatus(std::to_string(removed) + "行の待ち時間を削除しました");
+  ShowStatus(std::to_string(removed) + "行の待ち時間を削除しました");
 }
 
 void MainController::EmptyRecycleBin() {
@@ -81,7 +81,7 @@ std::vector<LintWarning> MainController::Lint() {
 void MainController::LintMacro() {
   const std::vector<LintWarning> warnings = Lint();
   if (warnings.empty()) {
-    view_.SetStatus("マクロに注意の必要な行は見つかりませんでした");
+    ShowStatus("マクロに注意の必要な行は見つかりませんでした");
     return;
   }
   constexpr std::size_t kShown = 20;

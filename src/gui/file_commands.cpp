@@ -43,7 +43,7 @@ void MainController::LoadFile(const std::string& path) {
   currentPath_ = path;
   UpdateCaption();
   if (const auto warnings = Lint(); !warnings.empty())
-    view_.SetStatus(std::to_string(warnings.size()) +
+    ShowStatus(std::to_string(warnings.size()) +
                     "件の注意があります (設定 - マクロのチェック)");
 }
 

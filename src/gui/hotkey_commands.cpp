@@ -78,13 +78,13 @@ void MainController::ApplyHotkeys() {
 // registration goes once every key is taken.
 void MainController::ShowRefusedHotkeys() {
   if (refusedNames_.empty()) {
-    if (refusedShown_) view_.SetStatus("");
+    if (refusedShown_) ShowStatus("");
     refusedShown_ = false;
     return;
   }
   std::string names;
   for (const std::string& name : refusedNames_) names += (names.empty() ? "" : "、") + name;
-  view_.SetStatus(std::string(kRefusedPrefix) + names + " (他のプログラムが使用中です)");
+  ShowStatus(std::string(kRefusedPrefix) + names + " (他のプログラムが使用中です)");
   refusedShown_ = true;
 }
 

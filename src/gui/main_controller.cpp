@@ -220,16 +220,6 @@ void MainController::OnSaveRightClick() {
   if (!player_.Playing()) Save();
 }
 
-void MainController::OnMenuSelect(int id, bool submenu) {
-  if (submenu) return;
-  const std::string_view help = MenuHelp(id);
-  if (!help.empty()) view_.SetStatus(help);
-}
-
-void MainController::OnMenuClosed() {
-  view_.SetStatus("");
-}
-
 // Each timer's owner takes its ticks; a tick of a stopped timer that was
 // already queued is dropped by its owner. Ticks come from the message loop
 // and from a play's pumps alike.

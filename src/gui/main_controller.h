@@ -10,6 +10,7 @@
 // are disabled in the menu and refused here, the buttons other than 再生 and
 // the tree are disabled, and the editor is read-only. A close request during
 // a play stops it, and the window closes once the play has returned.
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
@@ -38,6 +39,10 @@ enum class StartResult {
 // Hotkey identifiers of the main window.
 inline constexpr int kHotkeyShowHide = 256;
 inline constexpr int kHotkeyRecord = 257;
+
+// The window timer: the pointer position, and the active window while
+// recording; on from start-up to shutdown.
+inline constexpr int kWindowTimerMs = 250;
 
 // Splitter limits in twips: the tree keeps at least its default width, and
 // so does the editor.
@@ -165,6 +170,10 @@ class MainController final : public PlayerView, public RecorderHookSink, private
   void RecorderTick();
   void WindowTick();
   void AppendRecorded(const std::string& text);
+  // status_text.cpp: the status bar's one panel, shared by the pointer
+  // position of the window timer, menu help and the program's messages.
+  void ShowStatus(std::string_view text);
+  bool StatusHeld();
   void OpenCapture(std::string_view argument);
   void CloseCapture();
   // editor_commands.cpp
@@ -205,8 +214,11 @@ class MainController final : public PlayerView, public RecorderHookSink, private
   bool autosaveRecording_ = false;
   Recorder recorder_;
   bool recording_ = false;
-  bool recorderTicking_ = false;                          // a tick pumps messages: never re-entered
-  std::string pointerShown_;                              // the pointer position in the status bar
+  bool recorderTicking_ = false;  // a tick pumps messages: never re-entered
+  std::string pointerShown_;      // the pointer position in the status bar; empty: something else
+  bool menuOpen_ = false;         // a menu shows its help in the status bar
+  std::uint32_t statusShownAt_ = 0;                       // tick count of the last message
+  bool statusHeld_ = false;                               // a message is young enough to stay
   EditorMode editorMode_ = EditorMode::kNumbersAndRuler;  // shown again after `Hide`
   bool closePending_ = false;
   bool closed_ = false;

@@ -13,7 +13,6 @@ namespace kx::gui {
 namespace {
 
 constexpr int kSamplingIntervalMs = 50;
-constexpr int kWindowIntervalMs = 250;
 // The hooks come only after this pause, so that the click or key that
 // started the recording is over.
 constexpr double kHookDelayMs = 200;
@@ -32,12 +31,10 @@ void MainController::StartRecording() {
   recording_ = true;
   view_.SetButtonCaption(Button::kRecord, "終了");
   if (settings_.hide) view_.SetEditorMode(EditorMode::kHidden);
-  pointerShown_.clear();
   recorder_.Start(
       RecorderOptionsFromSettings(settings_, ports_.system.clock.HasPerformanceCounter()),
       mainWindow_);
   view_.StartTimer(Timer::kRecorder, kSamplingIntervalMs);
-  view_.StartTimer(Timer::kWindow, kWindowIntervalMs);
   ports_.system.clock.Sleep(kHookDelayMs);
   ports_.recorderHooks.Install(*this);
 }
@@ -50,9 +47,7 @@ void MainController::StopRecording() {
   if (rapid != RapidMode::kKeyStartStop && rapid != RapidMode::kMouseStartStop)
     view_.StopTimer(Timer::kRecorder);
   ports_.recorderHooks.Remove();
-  view_.StopTimer(Timer::kWindow);
   view_.SetButtonCaption(Button::kRecord, "記録");
-  if (!pointerShown_.empty()) view_.SetStatus("");
   // Shown again also when `Hide` was switched off during the recording.
   view_.SetEditorMode(editorMode_);
 }
@@ -65,15 +60,6 @@ void MainController::RecorderTick() {
   const std::string text = recorder_.Tick();
   recorderTicking_ = false;
   AppendRecorded(text);
-}
-
-void MainController::WindowTick() {
-  if (!recording_) return;
-  // Only a change is drawn: the status bar repaints on every new text.
-  const std::string pointer = PointerText(ports_.system.input.GetCursorPos());
-  if (pointer != pointerShown_) view_.SetStatus(pointer);
-  pointerShown_ = pointer;
-  AppendRecorded(recorder_.WindowTick());
 }
 
 void MainController::AppendRecorded(const std::string& text) {

@@ -89,6 +89,7 @@ StartResult MainController::StartUp() {
     view_.Show(ShowMode::kHidden);
   else
     view_.Show(switches.minimized ? ShowMode::kMinimized : ShowMode::kNormal);
+  view_.StartTimer(Timer::kWindow, kWindowTimerMs);
   return StartResult::kRunning;
 }
 
@@ -130,6 +131,7 @@ void MainController::ApplyChecks() {
 void MainController::Shutdown() {
   view_.Show(ShowMode::kHidden);
   view_.StopTimer(Timer::kSchedule);
+  view_.StopTimer(Timer::kWindow);
   rapid_.SetMode(RapidMode::kOff, settings_.hits);
   CloseCapture();
   // No key the program pressed stays down after it ends.

@@ -127,6 +127,37 @@ TEST_F(CommandsTest, MenuHelpFollowsTheHighlightedItemAndResetsWhenTheMenuCloses
   EXPECT_EQ(view.status, "");
 }
 
+// The window timer shows the pointer position from start-up on; menu help
+// stays while the menu is open, and a message a few seconds.
+TEST_F(CommandsTest, TheStatusBarShowsThePointerBetweenHelpAndMessages) {
+  EXPECT_EQ(view.timers.at(gui::Timer::kWindow), gui::kWindowTimerMs);
+  sim.SetCursorPos({640, 480});
+  controller.OnTimer(gui::Timer::kWindow);
+  EXPECT_EQ(view.status, "640x480");
+
+  controller.OnMenuSelect(ItemId("2倍速"), false);
+  sim.Sleep(10000);
+  controller.OnTimer(gui::Timer::kWindow);
+  EXPECT_EQ(view.status, "再生速度 - 2倍速");  // an open menu keeps its help
+  controller.OnMenuClosed();
+  controller.OnTimer(gui::Timer::kWindow);
+  EXPECT_EQ(view.status, "");  // the reset stays a moment
+  sim.Sleep(5000);
+  controller.OnTimer(gui::Timer::kWindow);
+  EXPECT_EQ(view.status, "640x480");  // drawn again though the pointer kept still
+
+  view.text = "1000\r\n2000\r\nA\r\n";
+  controller.OnMenuCommand(ItemId("待ち時間の削除"));
+  ASSERT_EQ(view.status, "2行の待ち時間を削除しました");
+  sim.Sleep(4900);
+  controller.OnTimer(gui::Timer::kWindow);
+  EXPECT_EQ(view.status, "2行の待ち時間を削除しました");
+  sim.Sleep(100);
+  sim.SetCursorPos({1, 2});
+  controller.OnTimer(gui::Timer::kWindow);
+  EXPECT_EQ(view.status, "1x2");
+}
+
 TEST_F(CommandsTest, InsertItemsPutTheirWordAtTheCaret) {
   const std::pair<std::string_view, std::string_view> inserts[] = {
       {"Shift Down", "Shift Down\r\n"},

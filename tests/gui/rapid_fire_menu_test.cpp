@@ -51,7 +51,8 @@ TEST_F(RapidFireMenuTest, AModeChecksItsItemLocksTheEditorAndNamesItselfInTheTit
   EXPECT_EQ(view.caption, "Kestrelix");
   EXPECT_FALSE(view.readOnly);
   EXPECT_EQ(view.text, "beep");
-  EXPECT_TRUE(view.timers.empty());
+  EXPECT_FALSE(view.timers.contains(Timer::kRecorder));
+  EXPECT_FALSE(view.timers.contains(Timer::kRapidFire));
 }
 
 TEST_F(RapidFireMenuTest, TimerTicksDriveTheRepeatAndTheEditorShowsWhatRepeats) {

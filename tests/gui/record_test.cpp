@@ -68,8 +68,11 @@ TEST_F(RecordTest, TheRecordButtonRunsTheRecorderAndStopsIt) {
   controller.OnButton(Button::kRecord);
   EXPECT_FALSE(controller.recording());
   EXPECT_EQ(view.buttonCaptions[Button::kRecord], "記録");
-  EXPECT_EQ(view.status, "");  // the pointer position goes with the recording
-  EXPECT_TRUE(view.timers.empty());
+  // The window timer goes on showing the pointer; the recorder's is off.
+  sim.SetCursorPos({10, 20});
+  controller.OnTimer(Timer::kWindow);
+  EXPECT_EQ(view.status, "10x20");
+  EXPECT_EQ(view.timers.count(Timer::kRecorder), 0u);
   ASSERT_EQ(recorderHooks.changes.size(), 4u);
   EXPECT_EQ(recorderHooks.changes[2].what, "remove mouse");
   EXPECT_EQ(recorderHooks.changes[3].what, "remove keyboard");
