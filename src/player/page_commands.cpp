@@ -137,10 +137,12 @@ void LineRunner::PostKey(const std::vector<std::string>& fields) {
 void LineRunner::WaitWeb() {
   PumpingWait(kWaitWebMs * p_.options_.speedFactor);
   if (!p_.playing_) return;
+  // Without an Internet Explorer window, the page waited for is the one of
+  // a Chromium browser on the DevTools port, where today's browsers answer.
   const WindowHandle window = FindDocumentWindow(sys_.windows, kInternetExplorerPath);
-  if (!window) return;
-  if (const auto document = sys_.documents.FromWindow(window))
-    WaitPageComplete(*document, sys_.clock, p_.playing_);
+  const auto document = window ? sys_.documents.FromWindow(window)
+                               : sys_.documents.FromDevTools(p_.options_.devToolsPort);
+  if (document) WaitPageComplete(*document, sys_.clock, p_.playing_);
 }
 
 std::unique_ptr<PageDocument> LineRunner::PageDocumentOf(std::span<const std::string> path) {

@@ -196,6 +196,15 @@ TEST(PageCommands, WaitwebWaitsItsTimeScaledByTheSpeedThenForThePage) {
   EXPECT_EQ(b.sim.DocumentRequests().back(), R"({"hwnd":)" + H(b.server) + "}");
 }
 
+TEST(PageCommands, WaitwebWithoutAnInternetExplorerWindowWaitsForTheDevToolsPage) {
+  Desktop d;
+  d.sim.AddDevToolsPage(9222, sim::MakeSimPage({}, 0)).loadingReads = 50;
+  d.Play({"waitweb", "beep"});
+  EXPECT_EQ(d.sim.DocumentRequests(), std::vector<std::string>{R"({"port":9222})"});
+  // 50 reads 10 ms apart after the 1500 ms.
+  EXPECT_GE(d.Times("beep")[0], 100 + 1500 + 500);
+}
+
 TEST(PageCommands, AStopDuringWaitwebsWaitEndsItAtOnce) {
   Browser b;
   b.sim.ScheduleHotkey(700, kHotkeyPlay);
