@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # The capture tool opened from its 命令 menu items: Alt + left click on the
 # target's edit box, on its second edit box and on a button inside a dialog
-# writes one line each at the editor's caret, with the window's path.
+# writes one line each at the editor's caret, with the window's path, and
+# the captured lines play back onto the same windows.
 . "$(dirname "$0")/lib.sh"
 
 main=(--class KestrelixMainWindow)
@@ -103,3 +104,13 @@ robot_await_gone "the capture tool" "${tool[@]}"
 alt_click $edit1
 sleep 0.3
 robot_expect_text "nothing written after closing" "$line1$line2$line3$line1" "${editor[@]}"
+
+# The captured paths play back: the AD lines, each given a text to add,
+# extend the boxes they were captured on.
+played="${line1/AD ,,/AD 一つ目,,}${line2/AD ,,/AD 追加,,}"
+robot set-text "${editor[@]}" -- "$played" >/dev/null
+robot click "${main[@]}" --ctl-text 再生 >/dev/null
+robot_expect_text "the first box, by its captured path" "一つ目" \
+  --class KxTargetWindow --ctl-class Edit --ctl-nth 0
+robot_expect_text "the second box, by its captured path" "second追加" \
+  --class KxTargetWindow --ctl-class Edit --ctl-nth 1
