@@ -39,6 +39,8 @@ enum class HotkeyEntryMode {
   kSingleKey,  // one key alone, for the recorder keys
 };
 
+// What the hotkey entry box (usrHotKeyEx) holds: its Mode, KeyCode,
+// Modifiers (RegisterHotKey flags) and Text.
 class HotkeyEntry {
  public:
   explicit HotkeyEntry(HotkeyEntryMode mode = HotkeyEntryMode::kHotkey) : mode_(mode) {}

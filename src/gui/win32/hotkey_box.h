@@ -1,6 +1,6 @@
 #pragma once
-// The hotkey entry box on Win32: a one-line box that shows the captured
-// combination and never takes typed text. Every key-down reaching it,
+// The hotkey entry box (usrHotKeyEx) on Win32: a one-line box that shows the
+// captured combination and never takes typed text. Every key-down reaching it,
 // system keys such as Alt+F4 and F10 included, goes to the portable
 // HotkeyEntry and is consumed there.
 #include "gui/hotkey_entry.h"
