@@ -73,6 +73,9 @@ class MainController final : public PlayerView, public RecorderHookSink, private
   // 512 + n the n-th entry of the Hotkey list.
   void OnHotkey(int id);
   void OnTimer(Timer timer);
+  // A message of the program in the status bar (status_text.cpp): it keeps
+  // the panel a few seconds before the window timer's pointer position.
+  void ShowStatus(std::string_view text);
   void OnTrayClick();
   void OnTreeOpen(const std::string& path);
   void OnTreeDelete(const std::string& path);
@@ -170,9 +173,6 @@ class MainController final : public PlayerView, public RecorderHookSink, private
   void RecorderTick();
   void WindowTick();
   void AppendRecorded(const std::string& text);
-  // status_text.cpp: the status bar's one panel, shared by the pointer
-  // position of the window timer, menu help and the program's messages.
-  void ShowStatus(std::string_view text);
   bool StatusHeld();
   void OpenCapture(std::string_view argument);
   void CloseCapture();

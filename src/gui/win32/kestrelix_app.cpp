@@ -45,13 +45,15 @@ int RunKestrelix(HINSTANCE, int) {
   Win32Instance instance;
   instance.SetWindow(window.hwnd());
   system.notify().SetMainWindow(window.hwnd());
-  system.notify().SetStatusSink([&window](std::string_view text) { window.SetStatus(text); });
 
   Win32RecorderHooks recorderHooks;
 
   gui::MainController controller({system.Ports(), store, folders, hotkeys, instance, recorderHooks},
                                  window);
   controller.SetMainWindowHandle(FromHwnd(window.hwnd()));
+  // The player's messages (blocked input) go where the program's own go.
+  system.notify().SetStatusSink(
+      [&controller](std::string_view text) { controller.ShowStatus(text); });
   window.SetController(&controller);
   if (controller.StartUp() != gui::StartResult::kRunning) return 0;
 
