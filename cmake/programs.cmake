@@ -37,6 +37,12 @@ target_compile_options(kx_start_watch PRIVATE ${KX_WARNINGS})
 target_link_options(kx_start_watch PRIVATE -municode)
 target_link_libraries(kx_start_watch PRIVATE psapi)
 
+# Wait benchmark: the program's own waits, timed from inside
+# (tests/bench/wine_timing.sh prints them beside the receiver's figures).
+add_executable(kx_wait_probe ${CMAKE_SOURCE_DIR}/tests/bench/win32/wait_probe.cpp)
+target_link_libraries(kx_wait_probe PRIVATE kx_core)
+target_compile_options(kx_wait_probe PRIVATE ${KX_WARNINGS})
+
 # Recorder benchmark: the watcher that times each change of the editor's text
 # (tests/bench/recorder.sh).
 add_executable(kx_editor_watch ${CMAKE_SOURCE_DIR}/tests/bench/win32/editor_watch.cpp)

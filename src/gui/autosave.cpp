@@ -1,17 +1,14 @@
 #include "gui/autosave.h"
 
+#include "settings/settings.h"
 #include "text/macro_text.h"
 
 namespace kx {
 
-namespace {
-constexpr int kLinkageKsx = 8;
-}
-
 std::string RecordingAutosavePath(FilePort& files, int linkage) {
   const char separator = files.Separator();
   return files.AppFolder() + separator + "Macro" + separator +
-         (linkage == kLinkageKsx ? "Rec.ksx" : "Rec.txt");
+         (linkage == kLinkageAssociated ? "Rec.ksx" : "Rec.txt");
 }
 
 bool AutosaveRecording(FilePort& files, int linkage, std::string_view editorText) {

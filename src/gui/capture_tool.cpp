@@ -12,11 +12,6 @@ namespace kx::gui {
 
 namespace {
 
-// The keys the tool samples, besides Alt.
-constexpr int kVkLeftButton = 1;
-constexpr int kVkReturn = 13;
-constexpr int kVkEscape = 27;
-
 constexpr std::string_view kLineBreak = "\r\n";
 // The question of kind 1: the window's path (Yes) or the screen point (No).
 constexpr std::string_view kPathOrPointQuestion = "クラス→Yes\r\n位置→No";

@@ -14,10 +14,6 @@ inline constexpr char kProgramFileName[] = "Kestrelix.exe";
 // The program's own icon, the first of its resources.
 inline constexpr int kMacroFileIconIndex = 0;
 
-// Linkage: macros are saved as .ksx and associated, or saved as .txt.
-inline constexpr int kLinkageAssociated = 8;
-inline constexpr int kLinkageRemoved = 9;
-
 // The extension lower-cased, a leading "." dropped, + "_auto_file".
 std::string AssociationClassName(std::string_view extension);
 

@@ -4,12 +4,6 @@
 
 namespace kx::gui {
 
-namespace {
-
-constexpr int kLinkageKsx = 8;
-
-}  // namespace
-
 FileDialogRequest MainController::OpenDialogRequest() const {
   return {"ファイルを開く",
           {{"全てのファイル(*.*)", "*.*"},
@@ -21,7 +15,7 @@ FileDialogRequest MainController::OpenDialogRequest() const {
 
 // The two lists name the .ksx type differently on purpose.
 FileDialogRequest MainController::SaveDialogRequest() const {
-  if (settings_.linkage == kLinkageKsx)
+  if (settings_.linkage == kLinkageAssociated)
     return {"名前を付けて保存",
             {{"Kestrelix マクロファイル(*.ksx)", "*.ksx"}, {"テキストファイル(*.txt)", "*.txt"}},
             "ksx",
@@ -43,8 +37,7 @@ void MainController::LoadFile(const std::string& path) {
   currentPath_ = path;
   UpdateCaption();
   if (const auto warnings = Lint(); !warnings.empty())
-    ShowStatus(std::to_string(warnings.size()) +
-                    "件の注意があります (設定 - マクロのチェック)");
+    ShowStatus(std::to_string(warnings.size()) + "件の注意があります (設定 - マクロのチェック)");
 }
 
 void MainController::SaveAs() {

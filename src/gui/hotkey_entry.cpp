@@ -8,8 +8,6 @@ namespace kx::gui {
 
 namespace {
 
-constexpr int kVkBackspace = 8;
-constexpr int kVkDelete = 46;
 constexpr std::string_view kJoin = " + ";
 
 // The modifiers in the order the text names them, with their bit in each
@@ -96,8 +94,6 @@ constexpr std::string_view kPadDigits[] = {"Numpad0", "Numpad1", "Numpad2", "Num
 constexpr std::string_view kFunctionKeys[] = {"F1",  "F2",  "F3",  "F4",  "F5",  "F6",
                                               "F7",  "F8",  "F9",  "F10", "F11", "F12",
                                               "F13", "F14", "F15", "F16"};
-constexpr int kVk0 = 48, kVk9 = 57, kVkA = 65, kVkZ = 90;
-constexpr int kVkPad0 = 96, kVkPad9 = 105, kVkF1 = 112, kVkF16 = 127;
 
 // The modifier text of RegisterHotKey flags: "Win", "Alt", "Shift", "Ctrl".
 std::string ModifierText(int hotkeyFlags) {
@@ -146,7 +142,8 @@ int KeyEventBitsFromHotkeyFlags(int hotkeyFlags) {
 std::optional<std::string_view> HotkeyKeyName(int virtualKey) {
   if (virtualKey >= kVk0 && virtualKey <= kVk9) return kDigits[virtualKey - kVk0];
   if (virtualKey >= kVkA && virtualKey <= kVkZ) return kLetters[virtualKey - kVkA];
-  if (virtualKey >= kVkPad0 && virtualKey <= kVkPad9) return kPadDigits[virtualKey - kVkPad0];
+  if (virtualKey >= kVkNumpad0 && virtualKey <= kVkNumpad9)
+    return kPadDigits[virtualKey - kVkNumpad0];
   if (virtualKey >= kVkF1 && virtualKey <= kVkF16) return kFunctionKeys[virtualKey - kVkF1];
   for (const NamedKey& key : kNamedKeys)
     if (key.virtualKey == virtualKey) return key.name;

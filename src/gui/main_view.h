@@ -53,9 +53,11 @@ struct FileDialogRequest {
 };
 
 // The main window's timers; each arrives as MainController::OnTimer(id).
-// kRecorder samples keys (50 ms) and kWindow notes the active window and the
-// pointer (250 ms) while a recording runs.
+// kRecorder samples keys (every kSamplingIntervalMs, for the recorder or for
+// rapid fire, which never run together) and kWindow notes the active window
+// and the pointer (250 ms).
 enum class Timer { kSchedule = 1, kRecorder = 2, kRapidFire = 3, kCapture = 4, kWindow = 5 };
+inline constexpr int kSamplingIntervalMs = 50;
 
 enum class Button { kRecord = 0, kPlay = 1, kClear = 2, kSave = 3, kOpen = 4 };
 inline constexpr int kButtonCount = 5;

@@ -6,9 +6,6 @@ namespace kx::gui {
 
 namespace {
 
-// The recorder's sampling interval, which also watches the start/stop keys.
-constexpr int kSamplingIntervalMs = 50;
-
 struct RapidMenu {
   Command command;
   RapidMode mode;

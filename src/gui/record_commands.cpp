@@ -12,7 +12,6 @@ namespace kx::gui {
 
 namespace {
 
-constexpr int kSamplingIntervalMs = 50;
 // The hooks come only after this pause, so that the click or key that
 // started the recording is over.
 constexpr double kHookDelayMs = 200;

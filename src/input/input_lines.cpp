@@ -10,8 +10,6 @@ namespace kx {
 
 namespace {
 
-constexpr int kSnapshotKey = 44;
-
 // The key a pseudo code acts on, and whether it releases it.
 struct ModifierAction {
   int vk;
@@ -100,7 +98,7 @@ void InputLines::PressKey(KeyCode code) {
     return;
   }
   if (code == 42) {
-    queue_.PressChord(kSnapshotKey);
+    queue_.PressChord(kVkSnapshot);
     WaitMs(100);
     return;
   }

@@ -12,10 +12,6 @@ namespace kx {
 
 namespace {
 
-constexpr int kVkF1 = 112;
-constexpr int kVkF2 = 113;
-constexpr int kVkF3 = 114;
-constexpr int kLastKey = 255;
 // Key codes below this are the mouse buttons and Cancel: never repeated.
 constexpr int kFirstRepeatedKey = 5;
 
@@ -97,7 +93,7 @@ void RapidFire::OnRepeatTick(int hitsMs) {
 
 int RapidFire::PressedKey(const RapidFireKeys& keys) {
   int pressed = 0;
-  for (int vk = kFirstRepeatedKey; vk <= kLastKey; ++vk) {
+  for (int vk = kFirstRepeatedKey; vk <= kVkLast; ++vk) {
     if (std::find(kExcludedKeys.begin(), kExcludedKeys.end(), vk) != kExcludedKeys.end()) continue;
     if (vk == keys.recKeyMouse || vk == keys.recKeyClick) continue;
     const auto sided = std::find(kSidedModifiers.begin(), kSidedModifiers.end(), vk);

@@ -11,14 +11,14 @@ void Timeline::Restart() {
   if (clock_.HasPerformanceCounter()) mark_ = last_ = clock_.PerformanceCounter();
 }
 
-std::int64_t Timeline::Advance(std::int64_t now, double milliseconds) {
+std::int64_t Timeline::Advance(std::int64_t now, double milliseconds, double catchUpMs) {
   // Before the last deadline the counter ran backwards; far past it, a line
   // took long (a message box, a window that was waited for). Either way
   // there is no timeline to keep to.
   if (now < last_ || now - last_ > CounterTicks(clock_, kFallenBehindMs)) mark_ = now;
   const std::int64_t length = CounterTicks(clock_, std::max(milliseconds, 0.0));
   mark_ += length;
-  last_ = std::max(mark_, now + length - CounterTicks(clock_, kCatchUpPerStepMs));
+  last_ = std::max(mark_, now + length - CounterTicks(clock_, catchUpMs));
   return last_;
 }
 
@@ -29,7 +29,8 @@ void Timeline::Wait(double milliseconds, const bool& playing) {
     return;
   }
   const std::int64_t start = clock_.PerformanceCounter();
-  PumpingWaitUntil(clock_, start, Advance(start, milliseconds), playing);
+  PumpingWaitUntil(clock_, start, Advance(start, milliseconds, milliseconds * kWaitCatchUpShare),
+                   playing);
 }
 
 void Timeline::Pause(double milliseconds) {
@@ -39,7 +40,7 @@ void Timeline::Pause(double milliseconds) {
     return;
   }
   const std::int64_t start = clock_.PerformanceCounter();
-  const std::int64_t deadline = Advance(start, milliseconds);
+  const std::int64_t deadline = Advance(start, milliseconds, kPauseCatchUpMs);
   // A counter that runs backwards ends the pause rather than stretching it.
   for (std::int64_t now = start; now >= start && now < deadline;
        now = clock_.PerformanceCounter()) {

@@ -3,10 +3,11 @@
 // wait line and line pause moves on by its length. A step ends at the
 // previous point of the timeline plus its length, so the time the lines
 // themselves take and the lateness of the timer are absorbed instead of
-// adding up over a long macro. A play that is behind catches up by at most a
-// millisecond a step, so that the time between two lines is never much
-// shorter than the script says. A line that overran its step by far (a
-// window that was waited for, a message box, a nested macro file) starts the
+// adding up over a long macro. A play that is behind catches up: a wait line
+// may give up to half of its length for it, a line pause only a millisecond,
+// because the line pause is there to keep the input from outrunning the
+// program that receives it. A line that overran its step by far (a window
+// that was waited for, a message box, a nested macro file) starts the
 // timeline afresh from now rather than rushing through the waits that
 // follow, and so does the start or resumption of a play.
 #include <cstdint>
@@ -17,8 +18,10 @@ namespace kx {
 
 // How far one line may overrun its step and the play still catch up.
 inline constexpr double kFallenBehindMs = 20;
-// How much shorter than its length one step may be while catching up.
-inline constexpr double kCatchUpPerStepMs = 1;
+// How much shorter than its length a line pause may be while catching up.
+inline constexpr double kPauseCatchUpMs = 1;
+// The share of its length a wait line may give up while catching up.
+inline constexpr double kWaitCatchUpShare = 0.5;
 
 class Timeline {
  public:
@@ -35,9 +38,9 @@ class Timeline {
 
  private:
   // Moves the timeline on by the given time (from now when the last line
-  // overran by far) and returns the deadline of the step: the timeline, or
-  // a little later while the play is catching up.
-  std::int64_t Advance(std::int64_t now, double milliseconds);
+  // overran by far) and returns the deadline of the step: the timeline, but
+  // no more than `catchUpMs` short of the step's length from now.
+  std::int64_t Advance(std::int64_t now, double milliseconds, double catchUpMs);
 
   ClockPort& clock_;
   std::int64_t mark_ = 0;  // where the play should be, in counter ticks

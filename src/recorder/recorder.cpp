@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "eval/date_text.h"
+#include "input/key_codes.h"
 #include "input/key_names.h"
 #include "settings/settings.h"
 
@@ -12,12 +13,6 @@ namespace kx {
 
 namespace {
 
-constexpr int kLeftButton = 1;
-constexpr int kRightButton = 2;
-constexpr int kMiddleButton = 4;
-constexpr int kLeftAlt = 164;
-constexpr int kRightAlt = 165;
-constexpr int kLastKeyCode = 255;
 constexpr std::int64_t kMsPerSecond = 1000;
 // Waits this short are dropped: the timer's own jitter.
 constexpr std::int64_t kLongestDroppedWaitMs = 9;
@@ -30,9 +25,9 @@ struct TrackedKey {
   std::string_view upLine;
 };
 constexpr TrackedKey kTrackedKeys[] = {
-    {kLeftButton, ""},  {kRightButton, ""},    {kMiddleButton, ""},
-    {162, "LCtrl Up"},  {163, "RCtrl Up"},     {160, "LShift Up"},
-    {161, "RShift Up"}, {kLeftAlt, "LAlt Up"}, {kRightAlt, "RAlt Up"},
+    {kVkLeftButton, ""}, {kVkRightButton, ""},    {kVkMiddleButton, ""},
+    {162, "LCtrl Up"},   {163, "RCtrl Up"},       {160, "LShift Up"},
+    {161, "RShift Up"},  {kVkLeftAlt, "LAlt Up"}, {kVkRightAlt, "RAlt Up"},
 };
 static_assert(std::size(kTrackedKeys) == 9);
 
@@ -45,11 +40,11 @@ constexpr std::string_view kIgnoredWindowClasses[] = {"Static", "Shell_TrayWnd",
                                                       "WorkerW", "DV2ControlHost"};
 
 bool IsButton(int vk) {
-  return vk == kLeftButton || vk == kRightButton || vk == kMiddleButton;
+  return vk == kVkLeftButton || vk == kVkRightButton || vk == kVkMiddleButton;
 }
 
 char ButtonLetter(int vk) {
-  return vk == kLeftButton ? 'L' : vk == kRightButton ? 'R' : 'M';
+  return vk == kVkLeftButton ? 'L' : vk == kVkRightButton ? 'R' : 'M';
 }
 
 std::string Coordinates(Point p) {
@@ -62,7 +57,7 @@ std::string Coordinates(Point p) {
 const std::vector<int>& SampledKeys() {
   static const std::vector<int> keys = [] {
     std::vector<int> out;
-    for (int vk = 1; vk <= kLastKeyCode; ++vk)
+    for (int vk = 1; vk <= kVkLast; ++vk)
       if (IsButton(vk) || !WordFromKeyCode(vk).empty()) out.push_back(vk);
     return out;
   }();
@@ -125,7 +120,7 @@ Point Recorder::Position(bool pumpFirst) {
 }
 
 std::string Recorder::ButtonLine(int vk, bool down) {
-  const Point p = Position(down && vk == kLeftButton);
+  const Point p = Position(down && vk == kVkLeftButton);
   return std::string(1, ButtonLetter(vk)) + (options_.mouCl ? "MouCl" : "Mouse") +
          (down ? " Down " : " Up ") + Coordinates(p);
 }
@@ -162,7 +157,7 @@ std::string Recorder::Tick() {
     t->downNow = true;
     // Clicks on the program itself (its buttons, its editor) are not part
     // of the user's work.
-    if (vk == kLeftButton && ownWindow_ != 0 && windows_.Foreground() == ownWindow_) return {};
+    if (vk == kVkLeftButton && ownWindow_ != 0 && windows_.Foreground() == ownWindow_) return {};
     if (t->recordedDown) continue;  // only the press edge is written
     t->recordedDown = true;
     line = IsButton(vk) ? ButtonLine(vk, true) : WordFromKeyCode(vk);
@@ -232,7 +227,7 @@ void Recorder::OnKey(int vk, int message, bool altDown) {
   for (auto [key, held] : {std::pair{options_.recKeyMouse, &mouseKeyHeld_},
                            std::pair{options_.recKeyClick, &clickKeyHeld_}}) {
     if (key == 0 || vk != key) continue;
-    if (key == kLeftAlt || key == kRightAlt)
+    if (key == kVkLeftAlt || key == kVkRightAlt)
       *held = altDown;
     else if (down || up)
       *held = down;

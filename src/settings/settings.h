@@ -11,6 +11,10 @@
 
 namespace kx {
 
+// Linkage: macros are saved as .ksx and associated, or saved as .txt.
+inline constexpr int kLinkageAssociated = 8;
+inline constexpr int kLinkageRemoved = 9;
+
 struct Settings {
   int hotkeyPlayMod = 0;
   int hotkeyPlay = 19;
@@ -43,7 +47,7 @@ struct Settings {
   std::string hotkey;
   int rate = 0;
   int bundle2 = 0;
-  int linkage = 9;
+  int linkage = kLinkageRemoved;
   int endNotifer = 0;
   bool up = false;
   int hits = 100;

@@ -42,8 +42,6 @@ tap() {
 kx=$(prefix_pids 'Kestrelix.exe' | tail -n1)
 server=$(prefix_pids 'wineserver(64)?' | head -n1)
 [ -n "$kx" ] && [ -n "$server" ] || { echo "Kestrelix.exe or the Wine server not found" >&2; exit 1; }
-# Processor time of all threads of a process, in nanoseconds.
-ticks() { cat /proc/"$1"/task/*/schedstat 2>/dev/null | awk '{n += $1} END {print n + 0}'; }
 # Prints "Kestrelix_ns server_ns elapsed_ns" over 10 idle seconds.
 measure_idle() {
   sleep 1

@@ -4,9 +4,11 @@
 # Measures through the target program's timestamps how far 8 ms line pauses,
 # 8 ms and 100 ms wait lines land from their nominal time, the drift after
 # 1,000 steps, the time from the Play hotkey to the last injected key, and the
-# processor time Kestrelix.exe and the Wine server use during a 10-second wait.
+# processor time Kestrelix.exe and the Wine server use during a 10-second wait;
+# then the waits as the program itself times them (kx_wait_probe).
 # Only processes of this Wine prefix are measured, and the Play hotkey comes
 # from a sender started beforehand (x_key_sender.py).
+# KX_BUSY=N keeps N busy loops running throughout (N=2: both cores busy).
 set -euo pipefail
 BIN=$1
 OUT=${2:-$KX_ROOT/build/bench}
@@ -20,7 +22,9 @@ macro() { local f=$1; shift; python3 -c 'import sys; open(sys.argv[1],"wb").writ
 wine "$BIN/kx_target.exe" "$(winpath "$OUT/target.log")" >/dev/null 2>&1 &
 target=$!
 sender=""
-trap 'kill $target ${sender:-} 2>/dev/null || true' EXIT
+busy=()
+for _ in $(seq "${KX_BUSY:-0}"); do sh -c 'while :; do :; done' & busy+=($!); done
+trap 'kill $target ${sender:-} ${busy[*]} 2>/dev/null || true' EXIT
 for _ in $(seq 300); do grep -q '^ready' "$OUT/target.log" 2>/dev/null && break; sleep 0.1; done
 
 run_series() {  # name, lines...
@@ -68,6 +72,9 @@ for run in $(seq "$stops"); do
   echo "$run $pressed" >>"$OUT/stop.times"
 done
 
+# The same waits timed from inside the program, with no receiver.
+wine "$BIN/kx_wait_probe.exe" 300 >"$OUT/probe.txt" 2>/dev/null
+
 # Processor time during a 10-second wait.
 macro "$OUT/cpu.ksx" "w kxtarget" "keys shift" "13000" "keys shift"
 wine "$BIN/Kestrelix.exe" "$(winpath "$OUT/cpu.ksx")" >/dev/null 2>&1 &
@@ -79,8 +86,6 @@ kx=$(prefix_pids 'Kestrelix.exe' | tail -n1)
 [ -n "$kx" ] || { echo "Kestrelix.exe of this prefix not found" >&2; exit 1; }
 server=$(prefix_pids 'wineserver(64)?' | head -n1)
 [ -n "$server" ] || { echo "the Wine server of this prefix not found" >&2; exit 1; }
-# Processor time of all threads of a process, in nanoseconds.
-ticks() { cat /proc/"$1"/task/*/schedstat 2>/dev/null | awk '{n += $1} END {print n + 0}'; }
 echo "measuring Kestrelix.exe pid $kx and the Wine server pid $server" >&2
 k0=$(ticks "$kx"); s0=$(ticks "$server"); t0=$(date +%s%N)
 sleep 10
@@ -124,3 +129,4 @@ if lat:
     print(f"stop: last injected key after the Pause key was pressed, {len(lat)} plays: median {statistics.median(lat):.1f}  max {lat[-1]:.1f}  min {lat[0]:.1f} ms")
 print(f"CPU during a 10 s wait: Kestrelix {kticks / hz * 1000:.1f} ms ({100 * kticks / hz / (elapsed_ns / 1e9):.2f}% of a core), Wine server {sticks / hz * 1000:.1f} ms ({100 * sticks / hz / (elapsed_ns / 1e9):.2f}%)")
 PY
+sed 's/^/inside: /' "$OUT/probe.txt"

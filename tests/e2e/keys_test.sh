@@ -44,7 +44,8 @@ def fail(m):
 gap = lambda a, b: ev[b][2] - ev[a][2]
 if gap(5, 6) < 7: fail(f"line pause between key and keys lines: {gap(5, 6)} ms")
 if gap(9, 10) < 7: fail(f"line pause before lshift down: {gap(9, 10)} ms")
-if not 248 <= gap(13, 14) <= 400: fail(f"250 ms wait took {gap(13, 14)} ms")
+# A play running late makes up for it in its next wait, by less than 20 ms.
+if not 229 <= gap(13, 14) <= 400: fail(f"250 ms wait took {gap(13, 14)} ms")
 if gap(15, 16) < 7: fail(f"line pause between keys lines: {gap(15, 16)} ms")
 print("gaps ok:", gap(5, 6), gap(9, 10), gap(13, 14), gap(15, 16))
 PY

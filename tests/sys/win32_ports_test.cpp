@@ -214,6 +214,24 @@ TEST(Win32Clock, CounterAdvancesAcrossASleep) {
   EXPECT_GE(now.month, 1);
 }
 
+TEST(Win32Clock, ShortSleepsAndWaitsLastAtLeastTheirLengthBeforeAndAfterTheProbe) {
+  Win32Clock clock;
+  clock.PumpMessages();  // no message may end the waits early
+  const auto ms = [&](std::int64_t ticks) {
+    return static_cast<double>(ticks) * 1000.0 / static_cast<double>(clock.PerformanceFrequency());
+  };
+  // The first rounds run before the fine sleeps are known, the later after.
+  for (int round = 0; round < 40; ++round) {
+    const double length = 0.3 + 0.04 * round;
+    auto start = clock.PerformanceCounter();
+    clock.Sleep(length);
+    EXPECT_GE(ms(clock.PerformanceCounter() - start), length) << "sleep, round " << round;
+    start = clock.PerformanceCounter();
+    clock.WaitForMessageOrTimeout(length);
+    EXPECT_GE(ms(clock.PerformanceCounter() - start), length) << "wait, round " << round;
+  }
+}
+
 TEST(Win32Windows, FindsWindowsByClassAndTitleAndMapsClientPoints) {
   CountingWindow w;
   // Top-level windows need a display: the tests run on a virtual one.

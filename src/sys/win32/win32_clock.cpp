@@ -15,8 +15,19 @@ namespace kx::win32 {
 
 namespace {
 
-// How long before its end a long wait wakes to finish with a short one.
-constexpr double kEarlyWakeMs = 1.5;
+// How long before its end a long wait wakes to finish with short ones: a
+// little more than the timer is late by at most (under Wine it rounds up to
+// whole milliseconds).
+constexpr double kEarlyWakeMs = 2;
+// The slices of the end of a wait, and so how soon a message ends it there.
+constexpr double kFineSliceMs = 0.25;
+// Fine sleeps are used when a few slices of this length ...
+constexpr double kProbeSliceMs = 0.2;
+constexpr int kProbeSlices = 3;
+// ... each take no longer than this. Where sleeps end on the system timer's
+// tick (up to 15.6 ms), the timer keeps ending the waits.
+constexpr double kProbeLimitMs = 0.7;
+constexpr double kHundredNanosecondsPerMs = 10000.0;
 
 }  // namespace
 
@@ -33,10 +44,49 @@ Win32Clock::Win32Clock() {
     timer_.reset(::CreateWaitableTimerExW(nullptr, nullptr, 0, TIMER_ALL_ACCESS));
     periodRaised_ = ::timeBeginPeriod(1) == TIMERR_NOERROR;
   }
+  // The native sleep takes its length in 100 ns units, where Sleep takes
+  // whole milliseconds. Whether it keeps a fraction of a millisecond depends
+  // on the system, so it is tried, away from the window's thread.
+  if (HMODULE ntdll = ::GetModuleHandleW(L"ntdll.dll"); ntdll && frequency_ > 0) {
+    delay_ = reinterpret_cast<DelayFunction>(
+        reinterpret_cast<void*>(::GetProcAddress(ntdll, "NtDelayExecution")));
+    if (delay_) probe_ = std::thread([this] { ProbeFineSleeps(); });
+  }
 }
 
 Win32Clock::~Win32Clock() {
+  if (probe_.joinable()) probe_.join();
   if (periodRaised_) ::timeEndPeriod(1);
+}
+
+void Win32Clock::FineSleep(double milliseconds) {
+  LARGE_INTEGER interval{};
+  // Negative: relative to now.
+  interval.QuadPart = -std::max<LONGLONG>(1, std::llround(milliseconds * kHundredNanosecondsPerMs));
+  delay_(FALSE, &interval);
+}
+
+void Win32Clock::ProbeFineSleeps() {
+  double longest = 0;
+  for (int i = 0; i < kProbeSlices; ++i) {
+    const std::int64_t start = PerformanceCounter();
+    FineSleep(kProbeSliceMs);
+    longest = std::max(longest, static_cast<double>(PerformanceCounter() - start) * 1000.0 /
+                                    static_cast<double>(frequency_));
+  }
+  fineSleeps_.store(longest <= kProbeLimitMs, std::memory_order_relaxed);
+}
+
+bool Win32Clock::FinishFinely(std::int64_t deadline, bool wakeOnMessage) {
+  for (;;) {
+    // Messages already seen by an earlier peek count too, as with
+    // MWMO_INPUTAVAILABLE.
+    if (wakeOnMessage && HIWORD(::GetQueueStatus(QS_ALLINPUT)) != 0) return true;
+    const double remaining = static_cast<double>(deadline - PerformanceCounter()) * 1000.0 /
+                             static_cast<double>(frequency_);
+    if (remaining <= 0) return false;
+    FineSleep(std::min(remaining, kFineSliceMs));
+  }
 }
 
 std::int64_t Win32Clock::PerformanceCounter() {
@@ -79,9 +129,11 @@ bool Win32Clock::WaitUntil(std::int64_t deadline, bool wakeOnMessage) {
     const double remaining = static_cast<double>(deadline - PerformanceCounter()) * 1000.0 /
                              static_cast<double>(frequency_);
     if (remaining <= 0) return false;
+    if (remaining <= kEarlyWakeMs && FineSleeps()) return FinishFinely(deadline, wakeOnMessage);
     // The timer wakes late by more the longer it was set for: a long wait
-    // wakes a little before its end and finishes with a short one.
-    const double step = remaining > 2 * kEarlyWakeMs ? remaining - kEarlyWakeMs : remaining;
+    // wakes a little before its end and finishes with short ones.
+    const double step =
+        FineSleeps() || remaining > 2 * kEarlyWakeMs ? remaining - kEarlyWakeMs : remaining;
     HANDLE timer = timer_.get();
     if (Arm(step)) {
       if (!wakeOnMessage) {

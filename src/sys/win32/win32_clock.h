@@ -1,6 +1,9 @@
 #pragma once
 // The real clock: the performance counter, the message pump and waits that
 // block until their deadline or the next message instead of polling.
+#include <atomic>
+#include <thread>
+
 #include "sys/clock_port.h"
 #include "sys/win32/unique_handle.h"
 #include "sys/win32/windows_api.h"
@@ -26,6 +29,9 @@ class Win32Clock final : public ClockPort {
   // Whether waits run on a high-resolution waitable timer (else the system
   // timer resolution was raised to 1 ms for the life of this clock).
   bool HighResolutionTimer() const { return highResolution_; }
+  // Whether the last moments of a wait are slept in slices shorter than a
+  // millisecond (known a moment after the clock is made).
+  bool FineSleeps() const { return fineSleeps_.load(std::memory_order_relaxed); }
 
  private:
   // Arms the timer to fire the given time from now; false when it cannot.
@@ -34,11 +40,22 @@ class Win32Clock final : public ClockPort {
   // returns true as soon as a message is waiting.
   bool WaitUntil(std::int64_t deadline, bool wakeOnMessage);
   std::int64_t DeadlineIn(double milliseconds);
+  // Sleeps the last moments before the deadline in short slices; returns
+  // true as soon as a message is waiting when `wakeOnMessage` is set.
+  bool FinishFinely(std::int64_t deadline, bool wakeOnMessage);
+  // Sleeps the given time, below a millisecond, without the timer.
+  void FineSleep(double milliseconds);
+  // Tries a few fine sleeps and notes whether they keep their length.
+  void ProbeFineSleeps();
 
   std::int64_t frequency_ = 0;
   unique_kernel_handle timer_;
   bool highResolution_ = false;
   bool periodRaised_ = false;
+  using DelayFunction = long(__stdcall*)(unsigned char alertable, LARGE_INTEGER* interval);
+  DelayFunction delay_ = nullptr;
+  std::atomic<bool> fineSleeps_{false};
+  std::thread probe_;
 };
 
 }  // namespace kx::win32
