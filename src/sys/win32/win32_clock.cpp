@@ -21,11 +21,11 @@ namespace {
 constexpr double kEarlyWakeMs = 2;
 // The slices of the end of a wait, and so how soon a message ends it there.
 constexpr double kFineSliceMs = 0.25;
-// Fine sleeps are used when a few slices of this length ...
+// Fine sleeps are used when one of a few slices of this length ...
 constexpr double kProbeSliceMs = 0.2;
-constexpr int kProbeSlices = 3;
-// ... each take no longer than this. Where sleeps end on the system timer's
-// tick (up to 15.6 ms), the timer keeps ending the waits.
+constexpr int kProbeSlices = 5;
+// ... takes no longer than this. Where sleeps end on the system timer's tick
+// (1 to 15.6 ms), the timer keeps ending the waits.
 constexpr double kProbeLimitMs = 0.7;
 constexpr double kHundredNanosecondsPerMs = 10000.0;
 
@@ -67,14 +67,16 @@ void Win32Clock::FineSleep(double milliseconds) {
 }
 
 void Win32Clock::ProbeFineSleeps() {
-  double longest = 0;
+  // The shortest try tells what the sleep can do; the others may have waited
+  // for a busy processor.
+  double shortest = kProbeLimitMs + 1;
   for (int i = 0; i < kProbeSlices; ++i) {
     const std::int64_t start = PerformanceCounter();
     FineSleep(kProbeSliceMs);
-    longest = std::max(longest, static_cast<double>(PerformanceCounter() - start) * 1000.0 /
-                                    static_cast<double>(frequency_));
+    shortest = std::min(shortest, static_cast<double>(PerformanceCounter() - start) * 1000.0 /
+                                      static_cast<double>(frequency_));
   }
-  fineSleeps_.store(longest <= kProbeLimitMs, std::memory_order_relaxed);
+  fineSleeps_.store(shortest <= kProbeLimitMs, std::memory_order_relaxed);
 }
 
 bool Win32Clock::FinishFinely(std::int64_t deadline, bool wakeOnMessage) {
