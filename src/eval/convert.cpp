@@ -38,14 +38,17 @@ double ToDouble(const Value& v) {
       return v.AsDouble();
     case ValueType::kDate:
       return v.AsDate();
-    case ValueType::kString: {
-      const ParsedNumber p = ParseNumber(v.AsString());
-      if (p.status == ParseStatus::kOverflow) Fail(EvalErrorCode::kOverflow);
-      if (p.status != ParseStatus::kOk) Fail(EvalErrorCode::kTypeMismatch);
-      return p.value;
-    }
+    case ValueType::kString:
+      return TextToDouble(v.AsString());
   }
   Fail(EvalErrorCode::kTypeMismatch);
+}
+
+double TextToDouble(std::string_view text) {
+  const ParsedNumber p = ParseNumber(text);
+  if (p.status == ParseStatus::kOverflow) Fail(EvalErrorCode::kOverflow);
+  if (p.status != ParseStatus::kOk) Fail(EvalErrorCode::kTypeMismatch);
+  return p.value;
 }
 
 float ToSingle(const Value& v) {

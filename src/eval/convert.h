@@ -3,6 +3,7 @@
 // text, with the runtime's errors (type mismatch, overflow).
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 #include "eval/value.h"
 
@@ -16,6 +17,8 @@ double CheckFinite(double x);
 // CDBL: Empty is 0, Booleans -1 and 0, dates their serial, strings must read
 // as numbers.
 double ToDouble(const Value& v);
+// ToDouble of a text, without making a Value of it first.
+double TextToDouble(std::string_view text);
 float ToSingle(const Value& v);
 std::int16_t ToInteger(const Value& v);
 std::int32_t ToLong(const Value& v);

@@ -3,13 +3,20 @@
 #include "eval/number_text.h"
 
 namespace kx {
+namespace {
+
+// "e-" or "E-" anywhere in the text.
+bool HasNegativeExponent(std::string_view text) {
+  for (size_t i = text.find('-', 1); i != std::string_view::npos; i = text.find('-', i + 1))
+    if (text[i - 1] == 'e' || text[i - 1] == 'E') return true;
+  return false;
+}
+
+}  // namespace
 
 std::string AssignmentText(Evaluator& evaluator, const Value& value) {
   std::string text = evaluator.SStr(value);
-  std::string lower = text;
-  for (char& c : lower)
-    if (c >= 'A' && c <= 'Z') c = static_cast<char>(c + 32);
-  if (lower.find("e-") == std::string::npos) return text;
+  if (!HasNegativeExponent(text)) return text;
   // The pattern "0." and 57 optional digits: numbers (and texts that read
   // as numbers) in plain decimals, from the same significant digits their
   // text shows; any other text stays as it is.

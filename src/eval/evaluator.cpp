@@ -37,6 +37,18 @@ class NestingGuard {
   int& nesting_;
 };
 
+char AsciiUpper(char c) {
+  return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+}
+
+bool StartsWithNot(std::string_view text) {
+  constexpr std::string_view kNot = "NOT";
+  if (text.size() < kNot.size()) return false;
+  for (size_t i = 0; i < kNot.size(); ++i)
+    if (AsciiUpper(text[i]) != kNot[i]) return false;
+  return true;
+}
+
 }  // namespace
 
 Value Evaluator::Eval(std::string_view text) {
@@ -58,7 +70,7 @@ Value Evaluator::Eval(std::string_view text) {
 Value Evaluator::EvalOrThrow(std::string_view text) {
   // A text of digits, commas, "!" and blanks is a number as a whole (the
   // empty text too, which then fails to convert).
-  if (!Like(text, "*[!0-9,! ]*")) return Value::Double(ToDouble(Value::String(std::string(text))));
+  if (!Like(text, "*[!0-9,! ]*")) return Value::Double(TextToDouble(text));
 
   const std::string prepared = Prepare(text);
   const ScanResult scan = Scan(prepared);
@@ -70,13 +82,13 @@ Value Evaluator::EvalOrThrow(std::string_view text) {
 Value Evaluator::SingleOperand(const std::string& operand, std::string_view prepared) {
   if (!Like(operand, "*[!0-9,!.]*")) {
     if (prepared.empty()) return Value::String("");
-    return Value::Double(ToDouble(Value::String(operand)));
+    return Value::Double(TextToDouble(operand));
   }
   if (Like(operand, "\"*\"")) return Value::String(Unquote(operand));
   if (Like(operand, "(*)")) return Eval(std::string_view(operand).substr(1, operand.size() - 2));
   if (Like(prepared, "-*")) return Negate(Eval(prepared.substr(1)));
-  // Only the first three characters can spell the word.
-  if (Like(basic::UCase(prepared.substr(0, 3)), "NOT*")) return Not(Eval(prepared.substr(3)));
+  // Only the first three characters can spell the word, in either case.
+  if (StartsWithNot(prepared)) return Not(Eval(prepared.substr(3)));
   return Ffc(*this, prepared);
 }
 

@@ -20,6 +20,10 @@ bool Matches(const FunctionEntry& entry, std::string_view name) {
   return entry.name == name;
 }
 
+bool IsAsciiLetter(char c) {
+  return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
+}
+
 Value Variable(const Evaluator& evaluator, std::string_view name) {
   const std::string* value = evaluator.Env().variables.Find(name);
   if (value == nullptr) return Value::String("");
@@ -70,10 +74,13 @@ Value Ffc(Evaluator& evaluator, std::string_view text) {
     if (!name.empty() && name.back() == '$') return Value::String("");
     return Value::Integer(0);
   }
-  const std::string word = basic::UCase(text);
-  const FunctionCall call{evaluator, word, {}, 0};
-  for (const FunctionEntry& entry : WordTable())
-    if (entry.name == word) return entry.handler(call);
+  // Every word begins with a letter: variables ("#name") need no look.
+  if (!text.empty() && IsAsciiLetter(text.front())) {
+    const std::string word = basic::UCase(text);
+    const FunctionCall call{evaluator, word, {}, 0};
+    for (const FunctionEntry& entry : WordTable())
+      if (entry.name == word) return entry.handler(call);
+  }
   return Variable(evaluator, text);
 }
 

@@ -64,7 +64,7 @@ Value Fold(Evaluator& evaluator, const ScanResult& scan) {
     Value& slot = slots.At(static_cast<int>(i));
     // Plain digits (and the empty operand) convert directly; "" fails there.
     if (!Like(operand, "*[!0-9]*"))
-      slot = Value::Double(ToDouble(Value::String(operand)));
+      slot = Value::Double(TextToDouble(operand));
     else
       slot = evaluator.Eval(operand);
   }

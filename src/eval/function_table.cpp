@@ -1,5 +1,6 @@
 // The dispatch tables of the function library. The order is the behaviour:
 // the first equal name wins.
+#include <algorithm>
 #include <array>
 
 #include "eval/functions.h"
@@ -123,6 +124,10 @@ constexpr std::array kWords = std::to_array<FunctionEntry>({
     {"GETCLIP", WordGetClip},
     {"INPUTBOX", WordInputBox},
 });
+// Ffc looks for a word only in texts that begin with a letter.
+static_assert(std::all_of(kWords.begin(), kWords.end(), [](const FunctionEntry& e) {
+  return !e.name.empty() && e.name[0] >= 'A' && e.name[0] <= 'Z';
+}));
 
 }  // namespace
 

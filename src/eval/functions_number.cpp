@@ -86,7 +86,7 @@ Value FnLog(const FunctionCall& c) {
 
 Value FnLogN(const FunctionCall& c) {
   // The base is written in the name: LOG2, LOG10.
-  const double base = ToDouble(Value::String(std::string(c.name.substr(3))));
+  const double base = TextToDouble(c.name.substr(3));
   return Result(Quotient(Log(c.Number(0)), Log(base)));
 }
 

@@ -36,9 +36,15 @@ constexpr std::array<SymbolOperator, 16> kSymbolOperators = {{
     {"^", kOpPower},
 }};
 
+constexpr size_t kUsualOperands = 4;
+
 class Scanner {
  public:
-  explicit Scanner(std::string_view text) : text_(text) { result_.operands.emplace_back(); }
+  explicit Scanner(std::string_view text) : text_(text) {
+    // Most expressions have a few operands: one allocation for them.
+    result_.operands.reserve(kUsualOperands);
+    result_.operands.emplace_back();
+  }
 
   ScanResult Run() {
     for (size_t i = 0; i < text_.size(); ++i) {
@@ -71,6 +77,7 @@ class Scanner {
   void Record(std::int32_t code) {
     if (static_cast<int>(result_.ops.size()) > kMaxOperatorIndex)
       Fail(EvalErrorCode::kSubscriptOutOfRange);
+    if (result_.ops.empty()) result_.ops.reserve(kUsualOperands - 1);
     result_.ops.push_back(code);
   }
 

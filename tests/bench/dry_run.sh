@@ -24,7 +24,7 @@ path, n, lines = sys.argv[1], int(sys.argv[2]), sys.argv[3:]
 open(path, "wb").write("\r\n".join(lines[i % len(lines)] for i in range(n)).encode())
 PY
   start=$(date +%s%N)
-  (cd "$dir" && "$kx" run --dry --max-lines $((n + 1)) rec.ksx | tail -n 1 >"$dir/last")
+  (cd "$dir" && "$kx" run --dry --max-lines $((n + 1)) --max-events $((n * 8)) rec.ksx | tail -n 1 >"$dir/last")
   end=$(date +%s%N)
   ms=$(( (end - start) / 1000000 ))
   printf '%8d lines, %5d files: %7d ms (%.2f us per line)  %s\n' "$n" "$files" "$ms" \
