@@ -4,7 +4,6 @@
 #include "eval/eval_error.h"
 #include "eval/evaluator.h"
 #include "eval/functions.h"
-#include "eval/like.h"
 #include "util/basic_text.h"
 
 namespace kx {
@@ -60,7 +59,9 @@ std::array<std::string, kMaxArguments> SplitArguments(std::string_view text, int
 }
 
 Value Ffc(Evaluator& evaluator, std::string_view text) {
-  if (Like(text, "*(*)")) {
+  // A call: an opening bracket somewhere before the closing one that ends
+  // the text (the pattern "*(*)").
+  if (text.size() >= 2 && text.back() == ')' && text.find('(') <= text.size() - 2) {
     const size_t open = text.find('(');
     const std::string name = basic::UCase(text.substr(0, open));
     FunctionCall call{evaluator, name, {}, 0};
