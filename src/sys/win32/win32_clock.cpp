@@ -27,6 +27,11 @@ constexpr int kProbeSlices = 5;
 // ... takes no longer than this. Where sleeps end on the system timer's tick
 // (1 to 15.6 ms), the timer keeps ending the waits.
 constexpr double kProbeLimitMs = 0.7;
+// A slice this much longer than asked for means the system's sleeps have
+// become coarse (another program lowered the timer resolution it had
+// raised): the timer takes over, and the sleeps are tried again later.
+constexpr double kSliceOverrunMs = 2;
+constexpr double kReprobeAfterMs = 5000;
 constexpr double kHundredNanosecondsPerMs = 10000.0;
 
 }  // namespace
@@ -50,8 +55,28 @@ Win32Clock::Win32Clock() {
   if (HMODULE ntdll = ::GetModuleHandleW(L"ntdll.dll"); ntdll && frequency_ > 0) {
     delay_ = reinterpret_cast<DelayFunction>(
         reinterpret_cast<void*>(::GetProcAddress(ntdll, "NtDelayExecution")));
-    if (delay_) probe_ = std::thread([this] { ProbeFineSleeps(); });
+    if (delay_) StartProbe();
   }
+}
+
+void Win32Clock::StartProbe() {
+  if (probe_.joinable()) probe_.join();
+  probing_.store(true);
+  lastProbe_ = PerformanceCounter();
+  probe_ = std::thread([this] {
+    ProbeFineSleeps();
+    probing_.store(false);
+  });
+}
+
+void Win32Clock::ProbeAgainLater() {
+  if (delay_ && !FineSleeps() && !probing_.load() &&
+      Milliseconds(PerformanceCounter() - lastProbe_) >= kReprobeAfterMs)
+    StartProbe();
+}
+
+double Win32Clock::Milliseconds(std::int64_t ticks) const {
+  return static_cast<double>(ticks) * 1000.0 / static_cast<double>(frequency_);
 }
 
 Win32Clock::~Win32Clock() {
@@ -73,8 +98,7 @@ void Win32Clock::ProbeFineSleeps() {
   for (int i = 0; i < kProbeSlices; ++i) {
     const std::int64_t start = PerformanceCounter();
     FineSleep(kProbeSliceMs);
-    shortest = std::min(shortest, static_cast<double>(PerformanceCounter() - start) * 1000.0 /
-                                      static_cast<double>(frequency_));
+    shortest = std::min(shortest, Milliseconds(PerformanceCounter() - start));
   }
   fineSleeps_.store(shortest <= kProbeLimitMs, std::memory_order_relaxed);
 }
@@ -84,10 +108,16 @@ bool Win32Clock::FinishFinely(std::int64_t deadline, bool wakeOnMessage) {
     // Messages already seen by an earlier peek count too, as with
     // MWMO_INPUTAVAILABLE.
     if (wakeOnMessage && HIWORD(::GetQueueStatus(QS_ALLINPUT)) != 0) return true;
-    const double remaining = static_cast<double>(deadline - PerformanceCounter()) * 1000.0 /
-                             static_cast<double>(frequency_);
+    const std::int64_t start = PerformanceCounter();
+    const double remaining = Milliseconds(deadline - start);
     if (remaining <= 0) return false;
-    FineSleep(std::min(remaining, kFineSliceMs));
+    const double slice = std::min(remaining, kFineSliceMs);
+    FineSleep(slice);
+    if (Milliseconds(PerformanceCounter() - start) > slice + kSliceOverrunMs) {
+      fineSleeps_.store(false, std::memory_order_relaxed);
+      lastProbe_ = PerformanceCounter();
+      return WaitUntil(deadline, wakeOnMessage);
+    }
   }
 }
 
@@ -127,9 +157,9 @@ bool Win32Clock::Arm(double milliseconds) {
 }
 
 bool Win32Clock::WaitUntil(std::int64_t deadline, bool wakeOnMessage) {
+  ProbeAgainLater();
   for (;;) {
-    const double remaining = static_cast<double>(deadline - PerformanceCounter()) * 1000.0 /
-                             static_cast<double>(frequency_);
+    const double remaining = Milliseconds(deadline - PerformanceCounter());
     if (remaining <= 0) return false;
     if (remaining <= kEarlyWakeMs && FineSleeps()) return FinishFinely(deadline, wakeOnMessage);
     // The timer wakes late by more the longer it was set for: a long wait

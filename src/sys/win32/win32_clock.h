@@ -47,6 +47,11 @@ class Win32Clock final : public ClockPort {
   void FineSleep(double milliseconds);
   // Tries a few fine sleeps and notes whether they keep their length.
   void ProbeFineSleeps();
+  // Runs the probe on a thread of its own, away from the window's thread.
+  void StartProbe();
+  // After fine sleeps were given up, tries them again now and then.
+  void ProbeAgainLater();
+  double Milliseconds(std::int64_t ticks) const;
 
   std::int64_t frequency_ = 0;
   unique_kernel_handle timer_;
@@ -55,6 +60,8 @@ class Win32Clock final : public ClockPort {
   using DelayFunction = long(__stdcall*)(unsigned char alertable, LARGE_INTEGER* interval);
   DelayFunction delay_ = nullptr;
   std::atomic<bool> fineSleeps_{false};
+  std::atomic<bool> probing_{false};
+  std::int64_t lastProbe_ = 0;  // counter value when fine sleeps were last tried or given up
   std::thread probe_;
 };
 
