@@ -61,8 +61,8 @@ std::array<std::string, kMaxArguments> SplitArguments(std::string_view text, int
 Value Ffc(Evaluator& evaluator, std::string_view text) {
   // A call: an opening bracket somewhere before the closing one that ends
   // the text (the pattern "*(*)").
-  if (text.size() >= 2 && text.back() == ')' && text.find('(') <= text.size() - 2) {
-    const size_t open = text.find('(');
+  const size_t open = text.find('(');
+  if (text.size() >= 2 && text.back() == ')' && open <= text.size() - 2) {
     const std::string name = basic::UCase(text.substr(0, open));
     FunctionCall call{evaluator, name, {}, 0};
     for (const FunctionEntry& entry : FunctionTable()) {
