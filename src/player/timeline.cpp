@@ -12,10 +12,10 @@ void Timeline::Restart() {
 }
 
 std::int64_t Timeline::Advance(std::int64_t now, double milliseconds, double catchUpMs) {
-  // Before the last deadline the counter ran backwards; far past it, a line
-  // took long (a message box, a window that was waited for). Either way
-  // there is no timeline to keep to.
-  if (now < last_ || now - last_ > CounterTicks(clock_, kFallenBehindMs)) mark_ = now;
+  // Before the last deadline the counter ran backwards; far behind the
+  // timeline, a line took long (a message box, a window that was waited for)
+  // or many steps were late. Either way there is no timeline to keep to.
+  if (now < last_ || now - mark_ > CounterTicks(clock_, kFallenBehindMs)) mark_ = now;
   const std::int64_t length = CounterTicks(clock_, std::max(milliseconds, 0.0));
   mark_ += length;
   last_ = std::max(mark_, now + length - CounterTicks(clock_, catchUpMs));

@@ -6,17 +6,17 @@
 // adding up over a long macro. A play that is behind catches up: a wait line
 // may give up to half of its length for it, a line pause only a millisecond,
 // because the line pause is there to keep the input from outrunning the
-// program that receives it. A line that overran its step by far (a window
-// that was waited for, a message box, a nested macro file) starts the
-// timeline afresh from now rather than rushing through the waits that
-// follow, and so does the start or resumption of a play.
+// program that receives it. A play far behind its timeline (a window that
+// was waited for, a message box, a nested macro file, or many late steps)
+// starts the timeline afresh from now rather than rushing through the waits
+// that follow, and so does the start or resumption of a play.
 #include <cstdint>
 
 #include "sys/clock_port.h"
 
 namespace kx {
 
-// How far one line may overrun its step and the play still catch up.
+// How far behind its timeline a play may be and still catch up.
 inline constexpr double kFallenBehindMs = 20;
 // How much shorter than its length a line pause may be while catching up.
 inline constexpr double kPauseCatchUpMs = 1;

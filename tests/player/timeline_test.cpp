@@ -133,14 +133,26 @@ TEST(Timeline, WaitsLateByMoreThanAPauseMayCatchUpDoNotDrift) {
 
 TEST(Timeline, ASlowPatchOfManyStepsIsMadeUpAfterwards) {
   TimelineSetup s;
-  // Sixty steps each 1.5 ms late: more than one step may make up, and more
-  // than the limit in all, but no single line overran by far.
+  // Thirty line pauses each 1.5 ms late: more than one pause may make up,
+  // so the play falls behind, but by less than the limit.
   s.clock.lateUs = 1500;
-  for (int i = 0; i < 60; ++i) s.timeline.Pause(8);
-  EXPECT_GT(s.clock.ElapsedMs(s.startUs), 60 * 8 + kFallenBehindMs);
+  for (int i = 0; i < 30; ++i) s.timeline.Pause(8);
+  EXPECT_GT(s.clock.ElapsedMs(s.startUs), 30 * 8 + 10);
   s.clock.lateUs = 0;
-  for (int i = 0; i < 60; ++i) s.timeline.Pause(8);
-  EXPECT_NEAR(s.clock.ElapsedMs(s.startUs), 120 * 8, 0.5);
+  for (int i = 0; i < 30; ++i) s.timeline.Pause(8);
+  EXPECT_NEAR(s.clock.ElapsedMs(s.startUs), 60 * 8, 0.5);
+}
+
+TEST(Timeline, AWaitAfterManySlowStepsIsCutByNoMoreThanTheLimit) {
+  TimelineSetup s;
+  // Line pauses that each fall further behind: by the time of the wait the
+  // play is far behind, though no single line overran by far.
+  s.clock.lateUs = 3000;
+  for (int i = 0; i < 40; ++i) s.timeline.Pause(8);
+  s.clock.lateUs = 0;
+  const std::int64_t before = s.clock.nowUs;
+  s.timeline.Wait(250, s.playing);
+  EXPECT_GE(s.clock.ElapsedMs(before), 250 - kFallenBehindMs);
 }
 
 TEST(Timeline, APlayFarBehindStartsItsTimelineAfreshInsteadOfRushing) {
