@@ -73,7 +73,8 @@ std::vector<LintWarning> MainController::Lint() {
   std::string folder = macroFolder_;
   if (const auto slash = currentPath_.find_last_of("\\/"); slash != std::string::npos)
     folder = currentPath_.substr(0, slash);
-  const LintContext context{folder, macroFolder_, ports_.system.files, ports_.system.input};
+  const LintContext context{folder, macroFolder_, ports_.system.files, ports_.system.input,
+                            settings_.unicodeKeys != 0};
   return kx::LintMacro(view_.EditorText(), context);
 }
 

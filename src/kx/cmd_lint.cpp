@@ -50,9 +50,12 @@ int Explain(const std::vector<std::string>& args) {
 int Lint(const std::vector<std::string>& args) {
   std::optional<std::string> appFolder;
   std::optional<std::string> file;
+  bool unicodeKeys = false;
   for (size_t i = 0; i < args.size(); ++i) {
     if (args[i] == "--app-dir" && i + 1 < args.size()) {
       appFolder = args[++i];
+    } else if (args[i] == "--unicode-keys") {
+      unicodeKeys = true;
     } else if (!args[i].starts_with("--") && !file) {
       file = args[i];
     } else {
@@ -61,7 +64,7 @@ int Lint(const std::vector<std::string>& args) {
     }
   }
   if (!file) {
-    std::fputs("usage: kx lint [--app-dir DIR] FILE\n", stderr);
+    std::fputs("usage: kx lint [--app-dir DIR] [--unicode-keys] FILE\n", stderr);
     return kExitUnreadable;
   }
   MacroSource source(*file);
@@ -72,8 +75,8 @@ int Lint(const std::vector<std::string>& args) {
   FilePort& files = source.sim;
   const LintContext context{
       MacroFolderOf(*file),
-      JoinPath(files, appFolder ? *appFolder : DefaultAppFolder(*file), "Macro"), files,
-      source.sim};
+      JoinPath(files, appFolder ? *appFolder : DefaultAppFolder(*file), "Macro"), files, source.sim,
+      unicodeKeys};
   const auto warnings = LintMacro(*source.text, context);
   for (const auto& w : warnings)
     std::cout << *file << ":" << w.line << ": warning: " << w.text << "\n";

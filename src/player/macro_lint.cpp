@@ -168,6 +168,7 @@ class Linter {
   }
 
   void TypedText(std::string_view text) {
+    if (context_.unicodeKeys) return;
     std::string untypeable;
     for (std::string_view rest = text; !rest.empty(); rest = basic::Mid(rest, 2)) {
       const CharKey key = KeyCodeFromChar(basic::FirstChar(rest), context_.layout);

@@ -26,6 +26,8 @@ struct LintContext {
   std::string macroLibrary;  // the "Macro" folder beside the program
   FilePort& files;
   InputPort& layout;
+  // UnicodeKeys: characters the layout cannot type go out as Unicode.
+  bool unicodeKeys = false;
 };
 
 // The warnings of a macro's text (lines separated by CR LF), in line order.

@@ -309,5 +309,19 @@ TEST_F(CommandsTest, TheMacroCheckNamesTrapsAndALoadedMacroIsCheckedAtOnce) {
   EXPECT_EQ(view.status, "1件の注意があります (設定 - マクロのチェック)");
 }
 
+class UnicodeKeysCommandsTest : public CommandsTest {
+ protected:
+  void SetUp() override {
+    WriteIni("UnicodeKeys=1\r\n");
+    CommandsTest::SetUp();
+  }
+};
+
+TEST_F(UnicodeKeysCommandsTest, TheMacroCheckKnowsUntypeableTextGoesOutAsUnicode) {
+  view.SetEditorText("key 漢字");
+  controller.OnMenuCommand(ItemId("マクロのチェック"));
+  EXPECT_EQ(view.status, "マクロに注意の必要な行は見つかりませんでした");
+}
+
 }  // namespace
 }  // namespace kx::test

@@ -14,10 +14,11 @@ class MacroLint : public ::testing::Test {
     sim.AddFile("/kestrelix/Macro/library.ksx", "beep");
   }
 
-  std::vector<LintWarning> Lint(std::initializer_list<std::string> lines) {
+  std::vector<LintWarning> Lint(std::initializer_list<std::string> lines,
+                                bool unicodeKeys = false) {
     std::string text;
     for (const auto& l : lines) text += (text.empty() ? "" : "\r\n") + l;
-    return LintMacro(text, LintContext{"/macros", "/kestrelix/Macro", sim, sim});
+    return LintMacro(text, LintContext{"/macros", "/kestrelix/Macro", sim, sim, unicodeKeys});
   }
   // The one warning of a macro, or a failure naming what came instead.
   std::string Only(std::initializer_list<std::string> lines, int line) {
@@ -110,7 +111,8 @@ TEST_F(MacroLint, PartialLoopsMustPair) {
 }
 
 TEST_F(MacroLint, SwitchesMustCloseAndNotNest) {
-  EXPECT_NE(Only({"<switch>", "<case 1>"}, 1).find("に対応する </switch> がありません"), std::string::npos);
+  EXPECT_NE(Only({"<switch>", "<case 1>"}, 1).find("に対応する </switch> がありません"),
+            std::string::npos);
   EXPECT_NE(Only({"<switch>", "<switch x>", "</switch>", "</switch>"}, 2).find("入れ子"),
             std::string::npos);
   EXPECT_NE(Only({"<case 1>"}, 1).find("は <switch> の外では"), std::string::npos);
@@ -134,6 +136,8 @@ TEST_F(MacroLint, MacroFilesAreLookedForBesideTheMacroAndInTheMacroFolder) {
 TEST_F(MacroLint, KeyTextTheJapaneseLayoutCannotType) {
   EXPECT_NE(Only({"key abcかな漢字"}, 1).find("\"かな漢字\""), std::string::npos);
   EXPECT_EQ(Lint({"key ABC xyz 123 !\"#$%&'()=~|`{}*+<>?_"}).size(), 0u);
+  // With UnicodeKeys they are typed as Unicode characters instead.
+  EXPECT_EQ(Lint({"key abcかな漢字"}, true).size(), 0u);
 }
 
 TEST_F(MacroLint, AssignmentsThatCannotBeParsed) {
