@@ -7,6 +7,9 @@ namespace kx::gui {
 
 namespace {
 
+constexpr int kVkF1 = 0x70;
+constexpr int kVkF24 = 0x87;
+
 using enum MenuKind;
 using enum Command;
 
@@ -40,6 +43,12 @@ constexpr MenuEntry Text(std::string_view caption, std::string_view help, std::s
 constexpr MenuEntry Option(std::string_view caption, std::string_view help,
                            std::string_view setting) {
   return Item(caption, help, kToggleOption, setting, true);
+}
+// A debugger item: each works while playing (it decides how the play goes
+// on at its next line).
+constexpr MenuEntry Debug(std::string_view caption, std::string_view help, Command command,
+                          Shortcut shortcut = {}) {
+  return {kItem, caption, help, command, {}, 0, true, shortcut};
 }
 constexpr MenuEntry Speed(std::string_view caption, std::string_view help, int rate) {
   return {kItem, caption, help, kSpeed, {}, rate, true};
@@ -175,6 +184,19 @@ constexpr auto kMenu = std::to_array<MenuEntry>({
     Speed("1/2倍速", "再生速度 - 1/2倍速", 3),
     Speed("1/4倍速", "再生速度 - 1/4倍速", 4),
     Speed("1/8倍速", "再生速度 - 1/8倍速", 5),
+    Separator(),
+    Debug("ブレークポイントの設定/解除(&B)",
+          "カーソル行のブレークポイントを設定/解除します。エディタのマクロの再生だけが止まります"
+          "(mfで実行するファイル、マクロごとのホットキーとスケジュールの再生は止まりません)",
+          kToggleBreakpoint, {kVkF9}),
+    Debug("すべてのブレークポイントを解除", "すべてのブレークポイントを解除します",
+          kClearBreakpoints),
+    Debug("ステップ実行(&T)", "一時停止中の行を実行し、次に実行される行で一時停止します", kStep,
+          {kVkF10}),
+    Debug("続行(&C)", "次のブレークポイントまで、または最後まで再生します", kContinue, {kVkF5}),
+    Debug("カーソル行まで実行", "カーソルのある行の手前まで再生して一時停止します", kRunToCursor,
+          {kVkF10, true}),
+    Debug("変数ウォッチ(&W)", "変数、現在の値、残りサイクルとループの回数を表示します", kWatch),
     End(),
 
     Popup("設定(&O)"),
@@ -272,6 +294,12 @@ std::optional<int> SpeedMenuId(int rate) {
 std::string_view MenuHelp(int id) {
   const MenuEntry* entry = MenuEntryById(id);
   return entry ? entry->help : std::string_view{};
+}
+
+std::string ShortcutText(Shortcut shortcut) {
+  if (shortcut.virtualKey < kVkF1 || shortcut.virtualKey > kVkF24) return "";
+  return std::string(shortcut.ctrl ? "Ctrl+" : "") + "F" +
+         std::to_string(shortcut.virtualKey - kVkF1 + 1);
 }
 
 std::string InsertedText(const MenuEntry& entry) {

@@ -32,6 +32,13 @@ enum class Command : std::uint8_t {
   kRecord,
   kPlay,
   kSpeed,
+  // the debugger of the editor's text
+  kToggleBreakpoint,
+  kClearBreakpoints,
+  kStep,
+  kContinue,
+  kRunToCursor,
+  kWatch,
   // 連打機能
   kKeyRapid,
   kMouseRapid,
@@ -70,6 +77,19 @@ enum class Command : std::uint8_t {
 inline constexpr std::string_view kTreeFileMenu = "tree-file";
 inline constexpr std::string_view kTreeMenu = "tree";
 
+// A key of the main window's accelerator table: it works while that window
+// is active and is never registered as a global hotkey.
+struct Shortcut {
+  int virtualKey = 0;  // 0: none
+  bool ctrl = false;
+};
+inline constexpr int kVkF5 = 0x74;
+inline constexpr int kVkF9 = 0x78;
+inline constexpr int kVkF10 = 0x79;
+
+// "F9", "Ctrl+F10"; empty for none. The menu shows it after the caption.
+std::string ShortcutText(Shortcut shortcut);
+
 struct MenuEntry {
   MenuKind kind;
   std::string_view caption;
@@ -78,6 +98,7 @@ struct MenuEntry {
   std::string_view argument = {};
   int value = 0;              // the play-speed index of a kSpeed entry
   bool whilePlaying = false;  // may run while a play is running
+  Shortcut shortcut = {};
 };
 
 // The first menu id; an item's help is found at its id minus this.

@@ -34,6 +34,7 @@ void MainController::Open() {
 // that deserve a look.
 void MainController::LoadFile(const std::string& path) {
   view_.SetEditorText(sReadText(ports_.system.files, path));
+  debug_.TextReplaced();
   currentPath_ = path;
   UpdateCaption();
   if (const auto warnings = Lint(); !warnings.empty())

@@ -107,6 +107,8 @@ void MainController::OnHotkey(int id) {
       if (!player_.Playing()) Record();
       return;
     }
+    // The play hotkey stops a play the debugger holds paused.
+    if (id == kHotkeyPlay && !player_.HotkeysLocked() && debug_.StopIfPaused()) return;
     // A play or a resumed pause ends the recording first: the player and
     // the recorder never run together.
     if (recording_) StopRecording();
@@ -131,6 +133,8 @@ void MainController::ShowOrHide() {
 
 void MainController::PlayMacroFileAsHotkey(const std::string& path) {
   if (path.empty() || !ports_.system.files.IsFile(path)) return;
+  // The debugger is for the editor's own text.
+  const DebugController::Detached detached(debug_);
   const std::string kept = view_.EditorText();
   view_.SetEditorText(sReadText(ports_.system.files, path));
   OnHotkey(kHotkeyPlay);

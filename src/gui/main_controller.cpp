@@ -25,6 +25,7 @@ MainController::MainController(GuiPorts ports, MainView& view)
     : ports_(ports),
       view_(view),
       player_(ports.system, *this),
+      debug_(player_, view, ports.system.windows),
       rapid_(ports.system.input, ports.system.clock, *this),
       capture_({ports.system.input, ports.system.windows, ports.system.dialogs,
                 view.CaptureToolView(),
@@ -57,7 +58,7 @@ void MainController::SetPlaying(bool playing) {
   }
   view_.EnableTree(!playing);
   view_.LockLoopCount(playing);
-  view_.SetEditorReadOnly(playing || rapid_.Mode() != RapidMode::kOff);
+  view_.SetEditorReadOnly(playing || rapid_.Mode() != RapidMode::kOff || debug_.Paused());
   view_.SetPlayingIcon(playing);
   const auto entries = MenuEntries();
   for (std::size_t i = 0; i < entries.size(); ++i)
@@ -67,6 +68,7 @@ void MainController::SetPlaying(bool playing) {
   // the item on a machine without one.
   if (!playing && !ports_.system.clock.HasPerformanceCounter())
     if (const auto id = MenuIdFor(Command::kToggleOption, "Time")) view_.EnableMenuItem(*id, false);
+  debug_.PlayingChanged(playing);
 }
 
 void MainController::HighlightLine(int index) {
@@ -122,6 +124,24 @@ void MainController::OnMenuCommand(int id) {
       break;
     case Command::kSpeed:
       SelectSpeed(entry->value);
+      break;
+    case Command::kToggleBreakpoint:
+      debug_.ToggleBreakpoint();
+      break;
+    case Command::kClearBreakpoints:
+      debug_.ClearBreakpoints();
+      break;
+    case Command::kStep:
+      Debug(debug_.Step());
+      break;
+    case Command::kContinue:
+      Debug(debug_.Continue());
+      break;
+    case Command::kRunToCursor:
+      Debug(debug_.RunToCursor());
+      break;
+    case Command::kWatch:
+      debug_.OpenWatch(WatchPlacement());
       break;
     case Command::kKeyRapid:
     case Command::kMouseRapid:
@@ -257,6 +277,9 @@ void MainController::OnTrayClick() {
 // --- commands ----------------------------------------------------------------
 
 void MainController::Play() {
+  // A play the debugger holds paused is still running for the user: 再生
+  // stops it.
+  if (debug_.StopIfPaused()) return;
   // Playing ends a running recording first: its ticks must not record what
   // the macro sends.
   if (recording_) StopRecording();
@@ -273,6 +296,28 @@ void MainController::AfterPlay() {
   }
 }
 
+void MainController::Debug(DebugController::Go go) {
+  if (go == DebugController::Go::kNothing) return;
+  if (recording_) StopRecording();
+  if (go == DebugController::Go::kResume)
+    player_.sLoopPlay();
+  else
+    player_.PlayOrStop();
+  AfterPlay();
+}
+
+PlacementTwips MainController::WatchPlacement() const {
+  return {settings_.watchX, settings_.watchY, settings_.watchW, settings_.watchH};
+}
+
+void MainController::OnWatchClosed() {
+  const PlacementTwips p = view_.Watch().Placement();
+  settings_.watchX = p.x;
+  settings_.watchY = p.y;
+  settings_.watchW = p.width;
+  settings_.watchH = p.height;
+}
+
 void MainController::RequestClose() {
   if (closed_) return;
   if (player_.Playing()) {
@@ -287,6 +332,7 @@ void MainController::RequestClose() {
 
 void MainController::Clear() {
   view_.SetEditorText("");
+  debug_.TextReplaced();
 }
 
 // Opening the tool is refused while a macro plays (its menu items are not

@@ -18,6 +18,7 @@
 #include "gui/app_info.h"
 #include "gui/capture_tool.h"
 #include "gui/command_table.h"
+#include "gui/debug_controller.h"
 #include "gui/gui_ports.h"
 #include "gui/main_view.h"
 #include "gui/options_model.h"
@@ -84,6 +85,12 @@ class MainController final : public PlayerView, public RecorderHookSink, private
   void OnFileDropped(const std::string& path);
   // The capture tool's window was closed by the user.
   void OnCaptureClosed();
+  // The user changed the editor's text (typing, pasting, an inserted line).
+  void OnEditorChanged() { debug_.TextEdited(); }
+  // A click in the editor's gutter beside line `index`.
+  void OnGutterClick(int index) { debug_.ToggleBreakpointAt(index); }
+  // The variable watch's window is closing: its placement is kept.
+  void OnWatchClosed();
 
   // Unregisters every hotkey in use and registers the four fixed ones and
   // the per-macro ones from the settings; a hotkey the system refuses is
@@ -111,6 +118,7 @@ class MainController final : public PlayerView, public RecorderHookSink, private
   const std::vector<int>& refusedHotkeys() const { return refusedHotkeys_; }
   RapidMode rapidMode() const { return rapid_.Mode(); }
   const RapidFire& rapidFire() const { return rapid_; }
+  const DebugController& debugger() const { return debug_; }
 
   // --- PlayerView ---
   std::string Text() override;
@@ -161,6 +169,10 @@ class MainController final : public PlayerView, public RecorderHookSink, private
   // commands
   void Play();
   void AfterPlay();
+  // After F10, F5 or Ctrl+F10: resumes or starts the play as the debugger
+  // decided.
+  void Debug(DebugController::Go go);
+  PlacementTwips WatchPlacement() const;
   void Clear();
   void SelectSpeed(int rate);
   void ToggleOption(std::string_view setting);
@@ -204,6 +216,7 @@ class MainController final : public PlayerView, public RecorderHookSink, private
   GuiPorts ports_;
   MainView& view_;
   Player player_;
+  DebugController debug_;
   RapidFire rapid_;
   std::string textBeforeRapid_;
   CaptureTool capture_;

@@ -4,6 +4,7 @@
 // placement, and the modal dialogs it opens. The Win32 window implements it;
 // tests use a recording one.
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -11,6 +12,7 @@
 
 #include "gui/capture_view.h"
 #include "gui/macro_tree.h"
+#include "player/watch.h"
 
 namespace kx::gui {
 
@@ -23,6 +25,21 @@ struct PlacementTwips {
   int width = 0;
   int height = 0;
   friend bool operator==(const PlacementTwips&, const PlacementTwips&) = default;
+};
+
+// The variable watch's window: one, owned by the main window, resizable,
+// with a list of names and values.
+class WatchView {
+ public:
+  virtual ~WatchView() = default;
+  // Shows the window at `placement` (a width of 0: beside the main window),
+  // or brings an open one to the front.
+  virtual void Open(const PlacementTwips& placement) = 0;
+  virtual bool IsOpen() = 0;
+  // The rows top to bottom; only what changed is redrawn.
+  virtual void SetRows(const std::vector<WatchRow>& rows) = 0;
+  // Where the window is, in twips.
+  virtual PlacementTwips Placement() = 0;
 };
 
 enum class WindowState { kNormal = 0, kMinimized = 1, kMaximized = 2 };
@@ -82,6 +99,10 @@ class MainView {
   // Colours (selects) line `index`, scrolling it into view; -1 removes it.
   virtual void HighlightLine(int index) = 0;
   virtual void SelectLine(int index) = 0;
+  // The caret's line (the line where the selection starts), from 0.
+  virtual int CaretLine() = 0;
+  // The breakpoints drawn in the gutter, as line indexes.
+  virtual void ShowBreakpoints(const std::set<int>& lines) = 0;
 
   // --- the other controls ---
   virtual void SetCaption(std::string_view text) = 0;
@@ -136,6 +157,8 @@ class MainView {
 
   // --- the capture tool's window (one, owned by this window) ---
   virtual CaptureView& CaptureToolView() = 0;
+  // --- the variable watch's window ---
+  virtual WatchView& Watch() = 0;
 };
 
 }  // namespace kx::gui

@@ -43,7 +43,9 @@ void MainController::LoadSchedule() {
 // Ticks during a play only pass the time: what falls due inside a play is
 // lost. A due macro whose file is missing does nothing.
 void MainController::OnScheduleTick() {
-  const auto due = schedule_.Tick(LocalSeconds(ports_.system.clock.Now()), player_.Playing());
+  // A play the debugger holds paused is running as far as the schedule goes.
+  const auto due =
+      schedule_.Tick(LocalSeconds(ports_.system.clock.Now()), player_.Playing() || debug_.Paused());
   for (const std::string& path : due) PlayMacroFileAsHotkey(path);
 }
 

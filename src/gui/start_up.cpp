@@ -145,6 +145,7 @@ void MainController::Shutdown() {
   view_.SetTrayIcon(false);
   UnregisterHotkeys();
 
+  if (view_.Watch().IsOpen()) OnWatchClosed();
   settings_.split = view_.SplitTwips();
   if (settings_.loop) settings_.loopCnt = view_.LoopCount();
   const WindowState state = view_.State();

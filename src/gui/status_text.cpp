@@ -21,7 +21,8 @@ void MainController::ShowStatus(std::string_view text) {
 }
 
 bool MainController::StatusHeld() {
-  if (menuOpen_) return true;
+  // A play the debugger paused keeps its line in the panel.
+  if (menuOpen_ || debug_.Paused()) return true;
   if (statusHeld_ && ports_.system.clock.TickCount() - statusShownAt_ >= kMessageHoldMs)
     statusHeld_ = false;
   return statusHeld_;
@@ -37,6 +38,8 @@ void MainController::WindowTick() {
     pointerShown_ = pointer;
   }
   if (recording_) AppendRecorded(recorder_.WindowTick());
+  // Four times a second while playing, however fast the macro runs.
+  if (player_.Playing()) debug_.RefreshWatch();
 }
 
 void MainController::OnMenuSelect(int id, bool submenu) {
@@ -50,7 +53,7 @@ void MainController::OnMenuSelect(int id, bool submenu) {
 // The panel is reset when the menu closes, and stays empty a moment.
 void MainController::OnMenuClosed() {
   menuOpen_ = false;
-  ShowStatus("");
+  ShowStatus(debug_.StatusText());
 }
 
 }  // namespace kx::gui

@@ -5,10 +5,12 @@
 #include <iostream>
 #include <limits>
 #include <optional>
+#include <set>
 #include <string>
 
 #include "kx/commands.h"
 #include "kx/macro_paths.h"
+#include "player/line_gate.h"
 #include "player/player.h"
 #include "sim/play_limits.h"
 #include "sim/sim_system.h"
@@ -35,6 +37,8 @@ constexpr const char* kRunUsage =
     "  --refuse-input    the system takes no key or button event\n"
     "  --unicode-keys    type untypeable characters as Unicode (UnicodeKeys=1)\n"
     "  --app-dir DIR     the program folder (its Macro folder is searched by mf)\n"
+    "  --break N[,N...]  before each of these lines (from 1) trace the variables\n"
+    "                    as a debugger's breakpoint would show them, and go on\n"
     "  --max-ms MS       end the play past this virtual time (default 86400000)\n"
     "  --max-lines N     end the play past this many lines (default 1000000)\n"
     "  --max-events N    end the play past this many effects (default 1000000)\n";
@@ -47,6 +51,41 @@ T Clamped(double n) {
   const double low = static_cast<double>(std::numeric_limits<T>::min());
   const double high = static_cast<double>(std::numeric_limits<T>::max()) / 2;
   return static_cast<T>(std::clamp(n, low, high));
+}
+
+// Breakpoints of a dry run: where the debugger would pause, the trace gets
+// what its watch would show, and the play goes on.
+class BreakTracer final : public LineGate {
+ public:
+  BreakTracer(sim::SimSystem& sim, const Player& player) : sim_(sim), player_(player) {}
+  std::set<int>& lines() { return lines_; }
+
+  bool MayPauseBefore(int index) const override { return lines_.count(index) > 0; }
+  bool PauseBefore(int index) override {
+    sim::Json vars = sim::Json::object();
+    for (const auto& v : player_.Variables().Entries()) vars[v.name] = v.value;
+    sim_.trace().Add(sim_.NowMs(), "break",
+                     {{"line", index + 1},
+                      {"vars", std::move(vars)},
+                      {"current", player_.Value().ToText()},
+                      {"cycles_left", player_.CyclesLeft()}});
+    return false;
+  }
+
+ private:
+  sim::SimSystem& sim_;
+  const Player& player_;
+  std::set<int> lines_;
+};
+
+// "3,7,12": line numbers from 1, each at least 1.
+bool ParseBreakLines(const std::string& list, std::set<int>& lines) {
+  for (const std::string& item : basic::Split(list, ",")) {
+    const auto n = basic::ToLong(basic::Trim(item));
+    if (!n || *n < 1) return false;
+    lines.insert(*n - 1);
+  }
+  return true;
 }
 
 int RunUsage() {
@@ -64,6 +103,7 @@ int Run(const std::vector<std::string>& args) {
   Player player(sim.Ports(), view);
   std::optional<std::string> appFolder;
   sim::PlayLimits limits;
+  BreakTracer breaks(sim, player);
 
   for (size_t i = 0; i < args.size(); ++i) {
     const std::string& a = args[i];
@@ -112,6 +152,9 @@ int Run(const std::vector<std::string>& args) {
       const auto v = value();
       if (!v) return RunUsage();
       sim.SetClipboard(*v);
+    } else if (a == "--break") {
+      const auto v = value();
+      if (!v || !ParseBreakLines(*v, breaks.lines())) return RunUsage();
     } else if (a == "--app-dir") {
       appFolder = value();
       if (!appFolder) return RunUsage();
@@ -134,6 +177,7 @@ int Run(const std::vector<std::string>& args) {
 
   const sim::PlayLimiter limiter(sim, view, player, limits);
   sim.SetHotkeySink([&](int id) { player.HandleHotkey(id); });
+  if (!breaks.lines().empty()) player.SetLineGate(&breaks);
   sim.ResetClock();
   player.PlayOrStop();
 

@@ -24,6 +24,14 @@ std::string LineRunner::Run(std::string_view line) {
   return key;
 }
 
+bool LineRunner::Runs(std::string_view line) const {
+  const std::string_view raw = RawLine(line);
+  if (IsAssignment(raw)) return !SkippingSwitchRegion();
+  const std::string key = KeyOf(SubstituteVariables(raw, p_.variables_));
+  if (key.empty()) return false;
+  return ClassifyBlock(key) != BlockForm::kNone || !SkippingSwitchRegion();
+}
+
 void LineRunner::Assign(std::string_view raw) {
   const auto eq = raw.find('=');
   const std::string name(basic::Trim(raw.substr(0, eq)));

@@ -28,6 +28,10 @@ class LineRunner {
   // Runs the line at the player's current index. Returns the key it ran
   // with, for the line-pause rule.
   std::string Run(std::string_view raw);
+  // Whether the line would do something if it ran now: not blank, and not
+  // inside a switch region that is being skipped (block constructs always
+  // count). Nothing is run or changed.
+  bool Runs(std::string_view line) const;
 
  private:
   void Assign(std::string_view raw);

@@ -2,6 +2,7 @@
 
 #include <cmath>
 #include <exception>
+#include <utility>
 
 #include "input/key_codes.h"
 #include "player/line_runner.h"
@@ -53,6 +54,7 @@ void Player::ReleaseHeld() {
 
 void Player::sLoopPlay0() {
   blockedReported_ = false;
+  resumeAt_ = -1;
   input_.TakeBlocked();
   variables_.Clear();
   loops_.clear();
@@ -98,21 +100,7 @@ void Player::sLoopPlay() {
 
   sys_.notify.SetCaption(view_.IdleCaption());
   lastEnd_ = playing_ ? PlayEnd::kCompleted : stoppedByUser_ ? PlayEnd::kStopped : PlayEnd::kPaused;
-  if (playing_ || stoppedByUser_) {
-    switch (options_.endNotifier) {
-      case 1:
-        sys_.notify.Beep();
-        break;
-      case 2:
-        sys_.dialogs.MessageBox(view_.MainWindow(), kEndMessage, options_.appTitle);
-        break;
-      case 3:
-        sys_.notify.FlashWindow(kFlashCount);
-        break;
-      default:
-        break;
-    }
-  }
+  if (playing_ || stoppedByUser_) NotifyEnd();
   if (options_.trace) view_.ClearHighlight();
   if (stoppedByUser_) currentLine_ = 0;
   if (currentLine_ > 0) view_.SelectLine(currentLine_);
@@ -126,6 +114,41 @@ void Player::sLoopPlay() {
   // A play that ran to its end leaves held what the macro holds, as the
   // macro says; one cut short lets go of everything.
   if (lastEnd_ != PlayEnd::kCompleted || passFailed_) ReleaseHeld();
+}
+
+void Player::NotifyEnd() {
+  switch (options_.endNotifier) {
+    case 1:
+      sys_.notify.Beep();
+      break;
+    case 2:
+      sys_.dialogs.MessageBox(view_.MainWindow(), kEndMessage, options_.appTitle);
+      break;
+    case 3:
+      sys_.notify.FlashWindow(kFlashCount);
+      break;
+    default:
+      break;
+  }
+}
+
+void Player::StopPaused() {
+  if (playing_) return;
+  // What was held was let go when the play paused; only the end remains.
+  lastEnd_ = PlayEnd::kStopped;
+  NotifyEnd();
+  currentLine_ = 0;
+  cyclesLeft_ = -1;
+  resumeAt_ = -1;
+}
+
+bool Player::GatePauses(LineRunner& runner, const std::string& line) {
+  // A play resumed before the line it paused at runs that line first.
+  if (std::exchange(resumeAt_, -1) == currentLine_) return false;
+  if (!gate_->MayPauseBefore(currentLine_) || !runner.Runs(line)) return false;
+  if (!gate_->PauseBefore(currentLine_)) return false;
+  resumeAt_ = currentLine_;
+  return true;
 }
 
 void Player::ReportBlockedInput() {
@@ -152,6 +175,10 @@ void Player::sPlayAll(const std::string& text) {
       if (options_.trace) view_.HighlightLine(currentLine_);
       const std::string& line = lines[static_cast<size_t>(currentLine_)];
       if (!playing_) return;
+      if (gate_ && nesting_ == 0 && GatePauses(runner, line)) {
+        playing_ = false;
+        return;
+      }
       const std::string key = runner.Run(line);
       if (input_.TakeBlocked()) ReportBlockedInput();
       if (currentLine_ < count - 1) {

@@ -11,11 +11,14 @@
 #include "eval/variable_table.h"
 #include "input/input_queue.h"
 #include "player/current_value.h"
+#include "player/line_gate.h"
 #include "player/player_view.h"
 #include "player/timeline.h"
 #include "sys/system.h"
 
 namespace kx {
+
+class LineRunner;
 
 // Hotkey identifiers the player answers to.
 inline constexpr int kHotkeyPlay = 258;
@@ -39,6 +42,13 @@ struct PlayerOptions {
 // How the last play ended.
 enum class PlayEnd { kCompleted, kStopped, kPaused };
 
+// An open partial loop: the repetitions still to come after the running one,
+// and the index of its "<r …>" line.
+struct LoopFrame {
+  std::int32_t remaining;
+  std::int32_t openLine;
+};
+
 class Player {
  public:
   Player(System system, PlayerView& view);
@@ -57,6 +67,13 @@ class Player {
   // Lets go of every key and mouse button the macro holds down (with
   // ReleaseHeld on); for the end of the program, however it ends.
   void ReleaseHeld();
+  // The debugger's hook before each line of the editor's text (not of files
+  // run by "mf"); none by default. The gate must outlive its plays.
+  void SetLineGate(LineGate* gate) { gate_ = gate; }
+  // A paused play is given up as the user's stop ends a running one: the end
+  // notification, and the next play starts from the top. Nothing while a
+  // play runs.
+  void StopPaused();
   // While it returns true, the pause/resume hotkey belongs to rapid fire.
   void SetRapidFireArmed(std::function<bool()> armed) { rapidFireArmed_ = std::move(armed); }
 
@@ -79,14 +96,14 @@ class Player {
   PlayEnd LastEnd() const { return lastEnd_; }
   const VariableTable& Variables() const { return variables_; }
   const CurrentValue& Value() const { return currentValue_; }
+  const std::vector<LoopFrame>& OpenLoops() const { return loops_; }
 
  private:
   friend class LineRunner;
   void ReportBlockedInput();
-  struct LoopFrame {
-    std::int32_t remaining;
-    std::int32_t openLine;
-  };
+  void NotifyEnd();
+  // Asks the gate about the line at CurrentLine; true when the play pauses.
+  bool GatePauses(LineRunner& runner, const std::string& line);
 
   System sys_;  // the ports, held by reference inside
   PlayerView& view_;
@@ -94,6 +111,7 @@ class Player {
   InputQueue input_;
   Timeline timeline_;
   std::function<bool()> rapidFireArmed_;
+  LineGate* gate_ = nullptr;
 
   bool playing_ = false;
   bool stoppedByUser_ = false;
@@ -110,6 +128,7 @@ class Player {
   int nesting_ = 0;               // depth of passes started by "mf"
   bool blockedReported_ = false;  // blocked input is told once per play
   bool passFailed_ = false;       // a pass of this play ended by a failure
+  std::int32_t resumeAt_ = -1;    // the line the gate paused before, run on resuming
 };
 
 }  // namespace kx

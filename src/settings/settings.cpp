@@ -12,7 +12,7 @@ using enum SettingWriter;
 
 // The keys of setting.ini, in the order start-up reads them. "EndNotifer" is
 // spelled so on purpose: existing files use that name.
-constexpr std::array<SettingKey, 44> kKeys = {{
+constexpr std::array<SettingKey, 48> kKeys = {{
     {"HotkeyPlayMod", kInt, 0, kOptionsDialog, &Settings::hotkeyPlayMod},
     {"HotkeyPlay", kInt, 19, kOptionsDialog, &Settings::hotkeyPlay},
     {"Time", kBool, 0, kShutdown, &Settings::time},
@@ -57,6 +57,10 @@ constexpr std::array<SettingKey, 44> kKeys = {{
     {"UnicodeKeys", kInt, 0, kOptionsDialog, &Settings::unicodeKeys},
     {"ReleaseHeld", kBool, -1, kOptionsDialog, &Settings::releaseHeld},
     {"DevToolsPort", kInt, 9222, kOptionsDialog, &Settings::devToolsPort},
+    {"WatchX", kInt, 0, kShutdown, &Settings::watchX},
+    {"WatchY", kInt, 0, kShutdown, &Settings::watchY},
+    {"WatchW", kInt, 0, kShutdown, &Settings::watchW},
+    {"WatchH", kInt, 0, kShutdown, &Settings::watchH},
 }};
 
 // The shutdown writes its keys in its own order, not the table's.
@@ -64,6 +68,7 @@ constexpr std::string_view kShutdownBooleans[] = {"Mouse", "MouCl",   "Move", "R
                                                   "Stamp", "Balloon", "Tray", "TreeIcon", "Loop",
                                                   "Hide",  "Trace",   "Top"};
 constexpr std::string_view kPlacement[] = {"X", "Y", "H", "W"};
+constexpr std::string_view kWatchPlacement[] = {"WatchX", "WatchY", "WatchW", "WatchH"};
 
 void ReadKey(SettingsStore& store, Settings& settings, const SettingKey& key) {
   if (key.type == kString) {
@@ -131,6 +136,9 @@ void WriteShutdownSettings(SettingsStore& store, const Settings& settings) {
   if (settings.winState == 0)
     for (const std::string_view name : kPlacement) WriteSetting(store, settings, name);
   WriteSetting(store, settings, "rate");
+  // A watch window never opened leaves the file as it was.
+  if (settings.watchW > 0)
+    for (const std::string_view name : kWatchPlacement) WriteSetting(store, settings, name);
 }
 
 void DeleteObsoleteSettings(SettingsStore& store) {

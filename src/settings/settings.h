@@ -62,6 +62,12 @@ struct Settings {
   // let go of every key and mouse button a macro left held down.
   bool releaseHeld = true;
   int devToolsPort = 9222;  // the loopback port page commands reach Chromium browsers on
+  // The variable watch's window in twips; a width of 0: never placed, it
+  // opens beside the main window.
+  int watchX = 0;
+  int watchY = 0;
+  int watchW = 0;
+  int watchH = 0;
 };
 
 enum class SettingType {

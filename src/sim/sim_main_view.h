@@ -7,6 +7,7 @@
 #include <functional>
 #include <map>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -32,6 +33,26 @@ class SimCaptureView final : public gui::CaptureView {
   void SetLabel(std::string_view text) override { label = std::string(text); }
   void SetFields(const gui::CaptureFields& f) override { fields = f; }
   WindowHandle Handle() override { return handle; }
+};
+
+// The variable watch: its rows and where it was put.
+class SimWatchView final : public gui::WatchView {
+ public:
+  bool open = false;
+  gui::PlacementTwips placement;
+  std::vector<WatchRow> rows;
+  int refreshed = 0;  // how many times rows were set
+
+  void Open(const gui::PlacementTwips& p) override {
+    open = true;
+    placement = p;
+  }
+  bool IsOpen() override { return open; }
+  void SetRows(const std::vector<WatchRow>& r) override {
+    rows = r;
+    ++refreshed;
+  }
+  gui::PlacementTwips Placement() override { return placement; }
 };
 
 class SimMainView final : public gui::MainView {
@@ -74,6 +95,8 @@ class SimMainView final : public gui::MainView {
   std::map<gui::Timer, int> timers;  // running timers and their intervals
   std::vector<std::string> commandLines;
   SimCaptureView capture;
+  SimWatchView watch;
+  std::set<int> breakpoints;                    // drawn in the gutter
   std::vector<gui::FileDialogRequest> dialogs;  // every file dialog opened
 
   // --- answers of the dialogs; nothing (Cancel) when the queue is empty ---
@@ -107,6 +130,12 @@ class SimMainView final : public gui::MainView {
     highlights.push_back(index);
   }
   void SelectLine(int index) override { selectedLine = index; }
+  int CaretLine() override {
+    if (selection) return selection->first;
+    const auto upTo = std::string_view(text).substr(0, std::min(caret, text.size()));
+    return static_cast<int>(std::count(upTo.begin(), upTo.end(), '\n'));
+  }
+  void ShowBreakpoints(const std::set<int>& lines) override { breakpoints = lines; }
   void SetCaption(std::string_view t) override { caption = std::string(t); }
   void SetStatus(std::string_view t) override {
     status = std::string(t);
@@ -174,6 +203,7 @@ class SimMainView final : public gui::MainView {
   void StartTimer(gui::Timer timer, int intervalMs) override { timers[timer] = intervalMs; }
   void StopTimer(gui::Timer timer) override { timers.erase(timer); }
   gui::CaptureView& CaptureToolView() override { return capture; }
+  gui::WatchView& Watch() override { return watch; }
 
  private:
   std::optional<std::string> Answer(std::deque<std::optional<std::string>>& queue,

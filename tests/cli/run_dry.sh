@@ -31,6 +31,16 @@ printf 'a\r\n<pause>\r\nb' > "$dir/pause.ksx"
 out=$(run run --dry "$dir/pause.ksx" | tail -1 | sed 's/"t":[0-9]*,//')
 check "pause" '{"ev":"end","reason":"paused","current_line":2,"cycles_left":1}' "$out"
 
+# Breakpoints of a dry run trace what the watch would show, once per pass,
+# and the play goes on; a bad list is refused.
+printf '#a = 2+3\r\n<r 2>\r\nrand 1\r\nbeep\r\n</r>\r\nb' > "$dir/break.ksx"
+out=$(run run --dry --break 4,1 "$dir/break.ksx" | grep -E '"(break|end)"' | sed 's/"t":[0-9]*,//')
+check "break" '{"ev":"break","line":1,"vars":{},"current":"","cycles_left":1}
+{"ev":"break","line":4,"vars":{"#a":"5"},"current":"1","cycles_left":1}
+{"ev":"break","line":4,"vars":{"#a":"5"},"current":"1","cycles_left":1}
+{"ev":"end","reason":"completed","current_line":0,"cycles_left":0}' "$out"
+$emu "$kx" run --dry --break 0 "$dir/break.ksx" >/dev/null 2>&1 && { echo "FAIL: line 0 accepted"; fail=1; }
+
 printf -- '-50\r\ngoto 1' > "$dir/endless.ksx"
 out=$(run run --dry --max-lines 1000 "$dir/endless.ksx" | tail -1 | sed 's/.*"reason":"\([a-z]*\)".*/\1/')
 check "limit" 'limit' "$out"

@@ -72,14 +72,15 @@ INSTANTIATE_TEST_SUITE_P(
         DefaultCase{"Auto", ""}, DefaultCase{"WinState", "0"}, DefaultCase{"X", "0"},
         DefaultCase{"Y", "0"}, DefaultCase{"W", "5200"}, DefaultCase{"H", "6000"},
         DefaultCase{"UnicodeKeys", "0"}, DefaultCase{"ReleaseHeld", "-1"},
-        DefaultCase{"DevToolsPort", "9222"}));
+        DefaultCase{"DevToolsPort", "9222"}, DefaultCase{"WatchX", "0"}, DefaultCase{"WatchY", "0"},
+        DefaultCase{"WatchW", "0"}, DefaultCase{"WatchH", "0"}));
 
 TEST(SettingKeys, ListEveryKeyOnceInTheOrderStartUpReadsThem) {
   const auto keys = SettingKeys();
-  ASSERT_EQ(keys.size(), 44u);
+  ASSERT_EQ(keys.size(), 48u);
   EXPECT_EQ(keys.front().name, "HotkeyPlayMod");
   EXPECT_EQ(keys[21].name, "LoopCnt");
-  EXPECT_EQ(keys.back().name, "DevToolsPort");
+  EXPECT_EQ(keys.back().name, "WatchH");
   for (std::size_t i = 0; i < keys.size(); ++i)
     for (std::size_t j = i + 1; j < keys.size(); ++j) EXPECT_NE(keys[i].name, keys[j].name);
 }
@@ -156,6 +157,12 @@ TEST(WriteShutdownSettings, WritesInTheShutdownOrderAndSkipsWhatItMust) {
       "Mouse",    "MouCl", "Move", "RecAct", "Time", "Stamp", "Balloon",  "Tray",
       "TreeIcon", "Loop",  "Hide", "Trace",  "Top",  "Split", "WinState", "rate"};
   EXPECT_EQ(store.written, expected);
+  // The watch window's placement once it has one.
+  settings.watchW = 4000;
+  store.written.clear();
+  WriteShutdownSettings(store, settings);
+  const std::vector<std::string> tail(store.written.end() - 4, store.written.end());
+  EXPECT_EQ(tail, (std::vector<std::string>{"WatchX", "WatchY", "WatchW", "WatchH"}));
 }
 
 TEST(WriteShutdownSettings, WritesLoopCntAndThePlacementOfANormalWindow) {

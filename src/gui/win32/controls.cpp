@@ -133,6 +133,61 @@ bool TextLine::Create(const ControlArgs& args, Kind kind) {
   return hwnd_ != nullptr;
 }
 
+// --- NameValueList ---
+
+bool NameValueList::Create(const ControlArgs& args, const std::wstring& nameHeader,
+                           const std::wstring& valueHeader) {
+  hwnd_ =
+      CreateChild(WC_LISTVIEWW, args,
+                  WS_TABSTOP | LVS_REPORT | LVS_SINGLESEL | LVS_SHOWSELALWAYS | LVS_NOSORTHEADER,
+                  WS_EX_CLIENTEDGE);
+  if (!hwnd_) return false;
+  ListView_SetExtendedListViewStyle(
+      hwnd_, LVS_EX_FULLROWSELECT | LVS_EX_GRIDLINES | LVS_EX_DOUBLEBUFFER | LVS_EX_LABELTIP);
+  const std::wstring* headers[] = {&nameHeader, &valueHeader};
+  for (int i = 0; i < 2; ++i) {
+    LVCOLUMNW column{};
+    column.mask = LVCF_TEXT | LVCF_WIDTH | LVCF_SUBITEM;
+    column.pszText = const_cast<wchar_t*>(headers[i]->c_str());
+    column.cx = 100;
+    column.iSubItem = i;
+    ListView_InsertColumn(hwnd_, i, &column);
+  }
+  return true;
+}
+
+void NameValueList::SetColumnWidths(int name, int value) {
+  ListView_SetColumnWidth(hwnd_, 0, name);
+  ListView_SetColumnWidth(hwnd_, 1, value);
+}
+
+void NameValueList::SetCell(int row, int column, const std::wstring& text) {
+  ListView_SetItemText(hwnd_, row, column, const_cast<wchar_t*>(text.c_str()));
+}
+
+void NameValueList::SetRows(const std::vector<std::pair<std::wstring, std::wstring>>& rows) {
+  const int count = static_cast<int>(rows.size());
+  int shown = static_cast<int>(shown_.size());
+  // Rows past the new end go first, so that the others keep their places.
+  while (shown > count) ListView_DeleteItem(hwnd_, --shown);
+  for (int i = 0; i < count; ++i) {
+    const auto& [name, value] = rows[static_cast<std::size_t>(i)];
+    if (i >= shown) {
+      LVITEMW item{};
+      item.mask = LVIF_TEXT;
+      item.iItem = i;
+      item.pszText = const_cast<wchar_t*>(name.c_str());
+      ListView_InsertItem(hwnd_, &item);
+      SetCell(i, 1, value);
+      continue;
+    }
+    const auto& old = shown_[static_cast<std::size_t>(i)];
+    if (old.first != name) SetCell(i, 0, name);
+    if (old.second != value) SetCell(i, 1, value);
+  }
+  shown_ = rows;
+}
+
 // --- MacroTreeView ---
 
 bool MacroTreeView::Create(const ControlArgs& args) {

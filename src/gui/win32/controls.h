@@ -89,6 +89,23 @@ class TextLine {
   HWND hwnd_ = nullptr;
 };
 
+// A report list view of names and values. Rows are given whole; only the
+// cells whose text changed are set again, so refreshing an unchanged list
+// draws nothing.
+class NameValueList {
+ public:
+  bool Create(const ControlArgs& args, const std::wstring& nameHeader,
+              const std::wstring& valueHeader);
+  HWND hwnd() const { return hwnd_; }
+  void SetRows(const std::vector<std::pair<std::wstring, std::wstring>>& rows);
+  void SetColumnWidths(int name, int value);
+
+ private:
+  void SetCell(int row, int column, const std::wstring& text);
+  HWND hwnd_ = nullptr;
+  std::vector<std::pair<std::wstring, std::wstring>> shown_;
+};
+
 class MacroTreeView {
  public:
   bool Create(const ControlArgs& args);

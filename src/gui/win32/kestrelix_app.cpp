@@ -55,6 +55,10 @@ int RunKestrelix(HINSTANCE, int) {
   system.notify().SetStatusSink(
       [&controller](std::string_view text) { controller.ShowStatus(text); });
   window.SetController(&controller);
+  // The main window's shortcuts work in the message loop and in a play's
+  // pumps alike.
+  system.clock().SetMessageFilter([&window](MSG& m) { return window.TranslateShortcut(m); });
+  const scope_exit noFilter([&system] { system.clock().SetMessageFilter(nullptr); });
   if (controller.StartUp() != gui::StartResult::kRunning) return 0;
 
   g_controller = &controller;
@@ -63,6 +67,7 @@ int RunKestrelix(HINSTANCE, int) {
   MSG msg;
   try {
     while (::GetMessageW(&msg, nullptr, 0, 0) > 0) {
+      if (window.TranslateShortcut(msg)) continue;
       ::TranslateMessage(&msg);
       ::DispatchMessageW(&msg);
     }

@@ -70,7 +70,23 @@ bool MainWindow::Create() {
   capture_.onClose = [this] {
     if (controller_) controller_->OnCaptureClosed();
   };
+  watch_.SetOwner(hwnd());
+  watch_.onClose = [this] {
+    if (controller_) controller_->OnWatchClosed();
+  };
+  editor_.onGutterClick = [this](int line) {
+    if (controller_) controller_->OnGutterClick(line);
+  };
+  accelerators_ = BuildAccelerators();
   return true;
+}
+
+bool MainWindow::TranslateShortcut(MSG& msg) {
+  if (!accelerators_ || !msg.hwnd) return false;
+  // Only the main window's: the watch, the dialogs and the capture tool
+  // keep their keys.
+  if (msg.hwnd != hwnd() && !::IsChild(hwnd(), msg.hwnd)) return false;
+  return ::TranslateAcceleratorW(hwnd(), accelerators_.get(), &msg) != 0;
 }
 
 void MainWindow::CreateControls() {
@@ -349,6 +365,10 @@ void MainWindow::OnCommand(WPARAM wp, LPARAM lp) {
   const int id = LOWORD(wp);
   if (lp == 0) {
     controller_->OnMenuCommand(id);
+    return;
+  }
+  if (reinterpret_cast<HWND>(lp) == editor_.hText()) {
+    if (HIWORD(wp) == EN_CHANGE) controller_->OnEditorChanged();
     return;
   }
   if (id >= kFirstButtonId && id < kFirstButtonId + gui::kButtonCount && HIWORD(wp) == BN_CLICKED)

@@ -10,6 +10,7 @@
 #include "gui/win32/capture_window.h"
 #include "gui/win32/controls.h"
 #include "gui/win32/text_editor.h"
+#include "gui/win32/watch_window.h"
 #include "gui/win32/window_base.h"
 #include "sys/win32/unique_handle.h"
 
@@ -19,6 +20,9 @@ class MainWindow final : public WindowBase, public gui::MainView {
  public:
   bool Create();
   void SetController(gui::MainController* controller) { controller_ = controller; }
+  // The main window's keyboard shortcuts, for keys given to it or to its
+  // controls; true when the message was taken.
+  bool TranslateShortcut(MSG& msg);
 
   // --- gui::MainView ---
   std::string EditorText() override { return editor_.Text(); }
@@ -31,6 +35,8 @@ class MainWindow final : public WindowBase, public gui::MainView {
   void SetEditorMode(gui::EditorMode mode) override;
   void HighlightLine(int index) override { editor_.sJumpLine(index); }
   void SelectLine(int index) override { editor_.SelectLine(index); }
+  int CaretLine() override { return editor_.CaretLine(); }
+  void ShowBreakpoints(const std::set<int>& lines) override { editor_.SetBreakpoints(lines); }
   void SetCaption(std::string_view text) override;
   void SetStatus(std::string_view text) override;
   void SetButtonCaption(gui::Button button, std::string_view text) override;
@@ -66,6 +72,7 @@ class MainWindow final : public WindowBase, public gui::MainView {
   void StartTimer(gui::Timer timer, int intervalMs) override;
   void StopTimer(gui::Timer timer) override;
   gui::CaptureView& CaptureToolView() override { return capture_; }
+  gui::WatchView& Watch() override { return watch_; }
 
  protected:
   LRESULT HandleMessage(UINT msg, WPARAM wp, LPARAM lp) override;
@@ -85,6 +92,8 @@ class MainWindow final : public WindowBase, public gui::MainView {
   gui::MainController* controller_ = nullptr;
   TextEditor editor_;
   CaptureWindow capture_;
+  WatchWindow watch_;
+  unique_haccel accelerators_;
   MacroTreeView tree_;
   StatusBar status_;
   LoopCountBox loopBox_;

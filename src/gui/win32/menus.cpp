@@ -31,7 +31,10 @@ std::size_t Fill(HMENU menu, std::size_t index) {
         info.fMask = MIIM_ID | MIIM_STRING | MIIM_FTYPE;
         info.fType = e.command == gui::Command::kSpeed ? MFT_RADIOCHECK : MFT_STRING;
         info.wID = id;
+        // The shortcut is shown right-aligned after a tab.
         std::wstring caption = Widen(e.caption);
+        if (const std::string keys = gui::ShortcutText(e.shortcut); !keys.empty())
+          caption += L"\t" + Widen(keys);
         info.dwTypeData = caption.data();
         ::InsertMenuItemW(menu, ::GetMenuItemCount(menu), TRUE, &info);
         ++index;
@@ -66,6 +69,19 @@ HMENU BuildMenuBar() {
     index = next;
   }
   return bar;
+}
+
+unique_haccel BuildAccelerators() {
+  std::vector<ACCEL> table;
+  const auto entries = gui::MenuEntries();
+  for (std::size_t i = 0; i < entries.size(); ++i) {
+    const gui::Shortcut& shortcut = entries[i].shortcut;
+    if (entries[i].kind != MenuKind::kItem || shortcut.virtualKey == 0) continue;
+    const BYTE flags = static_cast<BYTE>(FVIRTKEY | (shortcut.ctrl ? FCONTROL : 0));
+    table.push_back(
+        {flags, static_cast<WORD>(shortcut.virtualKey), static_cast<WORD>(gui::MenuIdOf(i))});
+  }
+  return unique_haccel(::CreateAcceleratorTableW(table.data(), static_cast<int>(table.size())));
 }
 
 unique_hmenu BuildContextMenu(std::string_view which) {

@@ -11,5 +11,8 @@ namespace kx::win32 {
 HMENU BuildMenuBar();
 // The context popup whose table argument is `which`.
 unique_hmenu BuildContextMenu(std::string_view which);
+// The main window's accelerators: the shortcuts of the table's items, each
+// sending its item's command.
+unique_haccel BuildAccelerators();
 
 }  // namespace kx::win32

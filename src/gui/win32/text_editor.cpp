@@ -1,6 +1,7 @@
 #include "gui/win32/text_editor.h"
 
 #include <commctrl.h>
+#include <windowsx.h>
 
 #include <algorithm>
 
@@ -21,6 +22,10 @@ constexpr int kMinGutterDigits = 4;
 constexpr COLORREF kFrameColour = RGB(0xF0, 0xF0, 0xF0);
 constexpr COLORREF kNumberColour = RGB(0x80, 0x80, 0x80);
 constexpr COLORREF kCaretColumnColour = RGB(0x33, 0x66, 0xCC);
+constexpr COLORREF kBreakpointColour = RGB(0xE5, 0x14, 0x00);
+// The breakpoint's column at the gutter's left: a dot of this diameter.
+constexpr int kBreakpointDips = 10;
+constexpr int kBreakpointMarginDips = 3;
 
 int Digits(int n) {
   int digits = 1;
@@ -170,7 +175,45 @@ int TextEditor::GetCaretPosition() const {
 int TextEditor::GutterWidth() const {
   if (mode_ != gui::EditorMode::kNumbersAndRuler && mode_ != gui::EditorMode::kNumbers) return 0;
   const int digits = std::max(kMinGutterDigits, Digits(GetLineCount()));
-  return digits * charWidth_ + Scale(kGutterPaddingDips, DpiOf(hwnd()));
+  return digits * charWidth_ +
+         Scale(kGutterPaddingDips + kBreakpointDips + 2 * kBreakpointMarginDips, DpiOf(hwnd()));
+}
+
+void TextEditor::SetBreakpoints(const std::set<int>& lines) {
+  breakpoints_ = lines;
+  RECT r{};
+  ::GetClientRect(hwnd(), &r);
+  RECT gutter{0, 0, GutterWidth(), r.bottom};
+  ::InvalidateRect(hwnd(), &gutter, FALSE);
+}
+
+int TextEditor::CaretLine() const {
+  DWORD start = 0;
+  ::SendMessageW(edit_, EM_GETSEL, reinterpret_cast<WPARAM>(&start), 0);
+  return GetTextBoxLineFromPos(static_cast<int>(start));
+}
+
+void TextEditor::PaintBreakpoint(HDC dc, const RECT& cell) {
+  const UINT dpi = DpiOf(hwnd());
+  const int size = std::min(Scale(kBreakpointDips, dpi), static_cast<int>(cell.bottom - cell.top));
+  const int left = cell.left + Scale(kBreakpointMarginDips, dpi);
+  const int top = cell.top + (cell.bottom - cell.top - size) / 2;
+  HBRUSH brush = ::CreateSolidBrush(kBreakpointColour);
+  HPEN pen = ::CreatePen(PS_SOLID, 1, kBreakpointColour);
+  const HGDIOBJ oldBrush = ::SelectObject(dc, brush);
+  const HGDIOBJ oldPen = ::SelectObject(dc, pen);
+  ::Ellipse(dc, left, top, left + size, top + size);
+  ::SelectObject(dc, oldPen);
+  ::SelectObject(dc, oldBrush);
+  ::DeleteObject(pen);
+  ::DeleteObject(brush);
+}
+
+void TextEditor::OnGutterClick(int y) {
+  if (!onGutterClick || y < RulerHeight()) return;
+  const int first = static_cast<int>(::SendMessageW(edit_, EM_GETFIRSTVISIBLELINE, 0, 0));
+  const int line = first + (y - RulerHeight()) / lineHeight_;
+  if (line < GetLineCount()) onGutterClick(line);
 }
 
 int TextEditor::RulerHeight() const {
@@ -236,6 +279,7 @@ void TextEditor::PaintGutter(HDC dc, const RECT& area) {
     const std::wstring number = std::to_wstring(line + 1);
     RECT cell{area.left, area.top + y, area.right - padding, area.top + y + lineHeight_};
     if (cell.top >= area.bottom) break;
+    if (breakpoints_.count(line) > 0) PaintBreakpoint(dc, cell);
     ::DrawTextW(dc, number.c_str(), -1, &cell, DT_RIGHT | DT_SINGLELINE | DT_NOPREFIX);
   }
 }
@@ -306,6 +350,10 @@ LRESULT TextEditor::HandleMessage(UINT msg, WPARAM wp, LPARAM lp) {
       return ::SendMessageW(::GetParent(hwnd()), msg, wp, lp);
     case WM_SETFOCUS:
       ::SetFocus(edit_);
+      return 0;
+    case WM_LBUTTONDOWN:
+      // Only the gutter and the ruler are this window's own surface.
+      if (GET_X_LPARAM(lp) < GutterWidth()) OnGutterClick(GET_Y_LPARAM(lp));
       return 0;
     case WM_CTLCOLOREDIT:
     case WM_CTLCOLORSTATIC:

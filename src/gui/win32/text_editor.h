@@ -2,7 +2,9 @@
 // The macro editor (usrTextW): a Unicode multi-line edit box framed by a
 // gutter of line numbers and a ruler of columns, in one of three display
 // modes or hidden. The running line of a play is shown by selecting it.
+#include <functional>
 #include <optional>
+#include <set>
 #include <string>
 
 #include "gui/main_view.h"
@@ -31,6 +33,12 @@ class TextEditor final : public WindowBase {
   void SelectLine(int index);
   // The DPI changed: fonts and margins follow.
   void DpiChanged();
+  // Breakpoints are drawn as red dots in the gutter.
+  void SetBreakpoints(const std::set<int>& lines);
+  // A click in the gutter beside a line (index from 0).
+  std::function<void(int)> onGutterClick;
+  // The line where the selection starts (the caret's line without one).
+  int CaretLine() const;
 
   int GetLineCount() const;
   int GetLineIndex(int line) const;
@@ -46,6 +54,8 @@ class TextEditor final : public WindowBase {
   void Paint(HDC dc);
   void PaintGutter(HDC dc, const RECT& area);
   void PaintRuler(HDC dc, const RECT& area);
+  void PaintBreakpoint(HDC dc, const RECT& cell);
+  void OnGutterClick(int y);
   // sRulerChange / sRulerMove: the gutter and ruler follow the edit box.
   void sRulerChange();
   int GutterWidth() const;
@@ -57,6 +67,7 @@ class TextEditor final : public WindowBase {
   int charWidth_ = 8;
   int lineHeight_ = 16;
   gui::EditorMode mode_ = gui::EditorMode::kNumbersAndRuler;
+  std::set<int> breakpoints_;
 };
 
 }  // namespace kx::win32

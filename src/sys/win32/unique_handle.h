@@ -81,7 +81,13 @@ struct MenuDeleter {
   void operator()(HMENU h) const { ::DestroyMenu(h); }
 };
 
+struct AccelDeleter {
+  static HACCEL Null() { return nullptr; }
+  void operator()(HACCEL h) const { ::DestroyAcceleratorTable(h); }
+};
+
 using unique_hmenu = unique_handle<HMENU, MenuDeleter>;
+using unique_haccel = unique_handle<HACCEL, AccelDeleter>;
 using unique_hkey = unique_handle<HKEY, RegKeyDeleter>;
 using unique_hlocal = unique_handle<HLOCAL, LocalDeleter>;
 using unique_kernel_handle = unique_handle<HANDLE, KernelHandleDeleter>;

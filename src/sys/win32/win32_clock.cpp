@@ -139,6 +139,7 @@ void Win32Clock::PumpMessages() {
       ::PostQuitMessage(static_cast<int>(msg.wParam));
       return;
     }
+    if (filter_ && filter_(msg)) continue;
     ::TranslateMessage(&msg);
     ::DispatchMessageW(&msg);
   }

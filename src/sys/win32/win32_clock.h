@@ -2,6 +2,7 @@
 // The real clock: the performance counter, the message pump and waits that
 // block until their deadline or the next message instead of polling.
 #include <atomic>
+#include <functional>
 #include <thread>
 
 #include "sys/clock_port.h"
@@ -32,6 +33,9 @@ class Win32Clock final : public ClockPort {
   // Whether the last moments of a wait are slept in slices shorter than a
   // millisecond (known a moment after the clock is made).
   bool FineSleeps() const { return fineSleeps_.load(std::memory_order_relaxed); }
+  // Sees each message the pump takes before it is dispatched; a message it
+  // takes (a window's keyboard shortcut) is not dispatched again.
+  void SetMessageFilter(std::function<bool(MSG&)> filter) { filter_ = std::move(filter); }
 
  private:
   // Arms the timer to fire the given time from now; false when it cannot.
@@ -63,6 +67,7 @@ class Win32Clock final : public ClockPort {
   std::atomic<bool> probing_{false};
   std::int64_t lastProbe_ = 0;  // counter value when fine sleeps were last tried or given up
   std::thread probe_;
+  std::function<bool(MSG&)> filter_;
 };
 
 }  // namespace kx::win32
