@@ -172,6 +172,7 @@ constexpr auto kMenu = std::to_array<MenuEntry>({
     Item("自動ログイン(&L)...", "PW命令を作成", kCapture, "pw"),
     Separator(),
     Item("待ち時間の削除(&D)", "マクロから待ち時間の行を削除します", kDeleteWaits),
+    Item("記録の整理", "記録したマクロの不要な行をまとめます", kTidyRecording),
     End(),
 
     Popup("再生(&P)"),

@@ -55,6 +55,7 @@ enum class Command : std::uint8_t {
   kInsertMacroFile,
   kCapture,
   kDeleteWaits,
+  kTidyRecording,
   // システム
   kEmptyRecycleBin,
   // 設定

@@ -2,6 +2,7 @@
 #include "gui/main_controller.h"
 #include "player/macro_line.h"
 #include "player/macro_lint.h"
+#include "recorder/tidy.h"
 #include "util/basic_text.h"
 
 namespace kx::gui {
@@ -59,8 +60,25 @@ void MainController::DeleteWaits() {
     first = false;
   }
   if (removed == 0) return;
-  view_.SetEditorText(text);
+  view_.ReplaceEditorText(text);
   ShowStatus(std::to_string(removed) + "行の待ち時間を削除しました");
+}
+
+// Tidies a recorded macro: the same keys, clicks and play time in fewer lines.
+// Refused while playing, as every editing command is: the play reads the
+// editor's lines as it goes.
+void MainController::TidyRecording() {
+  const std::string before = view_.EditorText();
+  const TidyResult tidied = TidyMacro(before, ports_.system.input, ports_.system.files);
+  if (tidied.text == before) {
+    ShowStatus("整理できる行はありませんでした");
+    return;
+  }
+  auto count = [](const std::string& text) {
+    return std::to_string(basic::Split(text, "\r\n").size());
+  };
+  view_.ReplaceEditorText(tidied.text);
+  ShowStatus("記録を整理しました (" + count(before) + "行 → " + count(tidied.text) + "行)");
 }
 
 void MainController::EmptyRecycleBin() {

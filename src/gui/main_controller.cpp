@@ -171,6 +171,9 @@ void MainController::OnMenuCommand(int id) {
     case Command::kDeleteWaits:
       DeleteWaits();
       break;
+    case Command::kTidyRecording:
+      TidyRecording();
+      break;
     case Command::kEmptyRecycleBin:
       EmptyRecycleBin();
       break;

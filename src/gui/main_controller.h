@@ -194,6 +194,7 @@ class MainController final : public PlayerView, public RecorderHookSink, private
   void InsertFileLine(bool macroCall);
   void InsertFolderLine();
   void DeleteWaits();
+  void TidyRecording();
   void EmptyRecycleBin();
   void LintMacro();
   std::vector<LintWarning> Lint();

@@ -86,6 +86,8 @@ class MainView {
   // --- editor ---
   virtual std::string EditorText() = 0;
   virtual void SetEditorText(std::string_view text) = 0;
+  // Replaces the whole text as one change the user can undo.
+  virtual void ReplaceEditorText(std::string_view text) = 0;
   // Replaces the selection (or inserts at the caret) and leaves the caret
   // after the new text.
   virtual void InsertAtCaret(std::string_view text) = 0;

@@ -12,6 +12,7 @@ int Decode(const std::vector<std::string>& args);
 int Save(const std::vector<std::string>& args);
 int Explain(const std::vector<std::string>& args);
 int Lint(const std::vector<std::string>& args);
+int Tidy(const std::vector<std::string>& args);
 int KeyNames(const std::vector<std::string>& args);
 int Page(const std::vector<std::string>& args);
 

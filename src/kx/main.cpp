@@ -26,6 +26,7 @@ constexpr SubCommand kSubCommands[] = {
     {"save", kx::cli::Save, "save FILE   (UTF-8 text on standard input)"},
     {"explain", kx::cli::Explain, "explain FILE"},
     {"lint", kx::cli::Lint, "lint [--app-dir DIR] [--unicode-keys] FILE"},
+    {"tidy", kx::cli::Tidy, "tidy FILE [--keep-moves] [--min-wait MS]"},
     {"keynames", kx::cli::KeyNames, "keynames FILE   (the key-name list shipped with the program)"},
     {"page", kx::cli::Page,
      "page --port N LINE | --dump | --ready | --eval EXPR | --set INDEX VALUE |\n"

@@ -16,6 +16,10 @@ inline constexpr std::array kPlaySpeeds = {
     PlaySpeed{"1/2倍速", 2},  PlaySpeed{"1/4倍速", 4}, PlaySpeed{"1/8倍速", 8},
 };
 
+// The pause between two lines of which neither is a wait, at normal speed;
+// the play speed scales it as it scales a wait.
+inline constexpr int kLinePauseMs = 8;
+
 // The factor of the entry with the given index; an index outside the menu
 // selects the normal speed.
 inline double SpeedFactorFromRate(int rate) {

@@ -6,6 +6,7 @@
 
 #include "input/key_codes.h"
 #include "player/line_runner.h"
+#include "player/play_speed.h"
 #include "util/basic_text.h"
 #include "util/scope_exit.h"
 
@@ -162,7 +163,7 @@ void Player::ReportBlockedInput() {
 }
 
 void Player::sPlayAll(const std::string& text) {
-  const int linePause = static_cast<int>(basic::RoundHalfEven(options_.speedFactor * 8));
+  const int linePause = static_cast<int>(basic::RoundHalfEven(options_.speedFactor * kLinePauseMs));
   const std::vector<std::string> lines = basic::Split(text, "\r\n");
   const auto count = static_cast<std::int64_t>(lines.size());
   cursorAtStart_ = sys_.input.GetCursorPos();

@@ -111,6 +111,11 @@ class SimMainView final : public gui::MainView {
     caret = 0;
     selection.reset();
   }
+  void ReplaceEditorText(std::string_view t) override {
+    text = std::string(t);
+    caret = text.size();
+    selection.reset();
+  }
   void InsertAtCaret(std::string_view t) override {
     caret = std::min(caret, text.size());
     text.insert(caret, t);

@@ -244,6 +244,16 @@ TEST_F(CommandsTest, DeleteWaitsRemovesWaitLinesOnly) {
   EXPECT_EQ(view.status, "3行の待ち時間を削除しました");
 }
 
+TEST_F(CommandsTest, TidyRecordingReplacesTheTextAndSaysHowManyLinesAreLeft) {
+  view.SetEditorText("MousePos(1,1)\r\n20\r\nMousePos(2,2)\r\nLMouse Down (2,2)\r\n'memo");
+  controller.OnMenuCommand(ItemId("記録の整理"));
+  EXPECT_EQ(view.text, "MousePos(2,2)\r\n28\r\nLMouse Down (2,2)\r\n'memo");
+  EXPECT_EQ(view.status, "記録を整理しました (5行 → 4行)");
+  controller.OnMenuCommand(ItemId("記録の整理"));
+  EXPECT_EQ(view.text, "MousePos(2,2)\r\n28\r\nLMouse Down (2,2)\r\n'memo");
+  EXPECT_EQ(view.status, "整理できる行はありませんでした");
+}
+
 TEST_F(CommandsTest, FileAndMacroItemsInsertTheChosenPath) {
   view.openAnswers = {"C:\\a b\\x.txt", "C:\\m.ksx", std::nullopt};
   view.folderAnswers = {"C:\\dir"};

@@ -130,7 +130,7 @@ TEST_F(PlayTest, PlayRunsTheEditorForTheLoopCountAndHighlightsWithTrace) {
 }
 
 TEST_F(PlayTest, WhilePlayingOnlyPlayingCommandsRunAndTheControlsAreLocked) {
-  view.SetEditorText("beep\r\n1000\r\nbeep");
+  view.SetEditorText("beep\r\n500\r\n500\r\nbeep");
   DuringPlay(100, [&] {
     EXPECT_TRUE(controller.playing());
     EXPECT_FALSE(view.buttonEnabled[Button::kClear]);
@@ -146,9 +146,10 @@ TEST_F(PlayTest, WhilePlayingOnlyPlayingCommandsRunAndTheControlsAreLocked) {
     controller.OnButton(Button::kClear);
     controller.OnMenuCommand(MenuId(Command::kClear));
     controller.OnMenuCommand(MenuId(Command::kPartialLoop));
+    controller.OnMenuCommand(MenuId(Command::kTidyRecording));
     controller.OnButton(Button::kOpen);
     controller.OnTreeOpen("a.ksx");
-    EXPECT_EQ(view.text, "beep\r\n1000\r\nbeep");
+    EXPECT_EQ(view.text, "beep\r\n500\r\n500\r\nbeep");
     EXPECT_TRUE(view.dialogs.empty());
     // Allowed: speed and option checks.
     controller.OnMenuCommand(*gui::SpeedMenuId(1));

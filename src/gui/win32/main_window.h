@@ -27,6 +27,7 @@ class MainWindow final : public WindowBase, public gui::MainView {
   // --- gui::MainView ---
   std::string EditorText() override { return editor_.Text(); }
   void SetEditorText(std::string_view text) override { editor_.SetText(text); }
+  void ReplaceEditorText(std::string_view text) override { editor_.ReplaceAll(text); }
   void InsertAtCaret(std::string_view text) override { editor_.InsertAtCaret(text); }
   void AppendEditorText(std::string_view text) override { editor_.AppendText(text); }
   std::optional<gui::LineRange> SelectedLines() override { return editor_.SelectedLines(); }

@@ -79,6 +79,13 @@ void TextEditor::InsertAtCaret(std::string_view text) {
   sRulerChange();
 }
 
+void TextEditor::ReplaceAll(std::string_view text) {
+  // A replaced selection can be undone; text set as the window's text cannot.
+  ::SendMessageW(edit_, EM_SETSEL, 0, -1);
+  ::SendMessageW(edit_, EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(Widen(text).c_str()));
+  sRulerChange();
+}
+
 void TextEditor::AppendText(std::string_view text) {
   const int end = ::GetWindowTextLengthW(edit_);
   ::SendMessageW(edit_, EM_SETSEL, static_cast<WPARAM>(end), end);

@@ -21,6 +21,8 @@ class TextEditor final : public WindowBase {
   std::string Text() const;
   void SetText(std::string_view text);
   void InsertAtCaret(std::string_view text);
+  // The whole text replaced as one change that can be undone.
+  void ReplaceAll(std::string_view text);
   // At the end of the text, with the caret after it, scrolled into view.
   void AppendText(std::string_view text);
   std::optional<gui::LineRange> SelectedLines() const;
