@@ -6,6 +6,7 @@
 #include "gui/app_info.h"
 #include "gui/capture_path.h"
 #include "input/key_codes.h"
+#include "page/window_document.h"
 #include "util/scope_exit.h"
 
 namespace kx::gui {
@@ -160,7 +161,11 @@ std::string CaptureTool::LinesFor(const Target& target) {
     case CaptureKind::kPageInput: {
       const auto pairs = pageFields_ ? pageFields_(target.window) : std::nullopt;
       if (!pairs) return "";
-      return line(std::string(kPageWaitLine)) + line("IP " + *pairs + ",0," + path);
+      // A Chromium page is reached by its tab, not by the browser's windows,
+      // whose classes and numbers change from one start to the next.
+      const bool chromium = t_.windows.ClassName(target.topLevel) == kChromiumFrameClass;
+      return line(std::string(kPageWaitLine)) +
+             line("IP " + *pairs + ",0," + (chromium ? std::string(kChromePathKeyword) : path));
     }
     default:
       return "";

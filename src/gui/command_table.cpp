@@ -170,6 +170,7 @@ constexpr auto kMenu = std::to_array<MenuEntry>({
     Item("指定のボタンを押す(&B)...", "BC命令を作成", kCapture, "bc"),
     Item("バックグラウンドクリック(&C)...", "CC命令を作成", kCapture, "cc"),
     Item("自動ログイン(&L)...", "PW命令を作成", kCapture, "pw"),
+    Text("ブラウザでページを開く(&N)", "Browser命令を作成", "Browser https://\r\n"),
     Separator(),
     Item("待ち時間の削除(&D)", "マクロから待ち時間の行を削除します", kDeleteWaits),
     Item("記録の整理", "記録したマクロの不要な行をまとめます", kTidyRecording),

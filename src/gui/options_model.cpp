@@ -10,10 +10,11 @@ namespace kx::gui {
 namespace {
 
 constexpr std::string_view kWriteOrder[] = {
-    "DefMacro",   "Hits",          "FontSize",     "Up",          "HotkeyV",
-    "HotkeyVMod", "HotkeyRec",     "HotkeyRecMod", "HotkeyPlay",  "HotkeyPlayMod",
-    "HotkeyStop", "HotkeyStopMod", "RecKeyMouse",  "RecKeyClick", "EndNotifer",
-    "TextMode",   "Hotkey",        "Auto",         "Linkage",
+    "DefMacro",     "Hits",          "FontSize",     "Up",          "HotkeyV",
+    "HotkeyVMod",   "HotkeyRec",     "HotkeyRecMod", "HotkeyPlay",  "HotkeyPlayMod",
+    "HotkeyStop",   "HotkeyStopMod", "RecKeyMouse",  "RecKeyClick", "EndNotifer",
+    "TextMode",     "Hotkey",        "Auto",         "Linkage",     "Browser",
+    "DevToolsPort",
 };
 
 constexpr int kDisplayModes = 3;  // 行数+ルーラー, 行数, なし
@@ -36,9 +37,24 @@ bool ValidRow(const std::vector<Row>& rows, int row) {
   return row >= 0 && row < static_cast<int>(rows.size());
 }
 
-std::optional<int> HitsNumber(std::string_view text) {
+std::string_view TrimBlanks(std::string_view text) {
   while (!text.empty() && text.front() == ' ') text.remove_prefix(1);
   while (!text.empty() && text.back() == ' ') text.remove_suffix(1);
+  return text;
+}
+
+// A port TCP allows; none for anything else.
+std::optional<int> PortNumber(std::string_view text) {
+  text = TrimBlanks(text);
+  int value = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+  if (text.empty() || error != std::errc() || end != text.data() + text.size()) return std::nullopt;
+  if (value < kPortMin || value > kPortMax) return std::nullopt;
+  return value;
+}
+
+std::optional<int> HitsNumber(std::string_view text) {
+  text = TrimBlanks(text);
   long value = 0;
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
   if (text.empty() || error != std::errc() || end != text.data() + text.size()) return std::nullopt;
@@ -68,6 +84,8 @@ OptionsValues OptionsFromSettings(const Settings& settings) {
       settings.textMode >= 0 && settings.textMode < kDisplayModes ? settings.textMode : 0;
   v.defMacro = settings.defMacro;
   v.linkage = settings.linkage == kLinkageAssociated ? kLinkageAssociated : kLinkageRemoved;
+  v.browser = settings.browser;
+  v.devToolsPort = std::to_string(settings.devToolsPort);
   return v;
 }
 
@@ -93,6 +111,12 @@ void ApplyOptions(const OptionsValues& v, Settings& settings) {
   settings.hotkey = hotkey;
   settings.autoRuns = FormatAutoList(v.schedule);
   settings.linkage = v.linkage;
+  // Quotes a path was copied with would make it name no file.
+  std::string_view browser = TrimBlanks(v.browser);
+  if (browser.size() >= 2 && browser.front() == '"' && browser.back() == '"')
+    browser = browser.substr(1, browser.size() - 2);
+  settings.browser = std::string(browser);
+  if (const auto port = PortNumber(v.devToolsPort)) settings.devToolsPort = *port;
 }
 
 std::span<const std::string_view> OptionsWriteOrder() {
@@ -199,6 +223,12 @@ bool OptionsDialog::RemoveEnabled() const {
 }
 
 FileDialogRequest OptionsDialog::BrowseRequest(BrowseTarget target) const {
+  if (target == BrowseTarget::kBrowser)
+    return {
+        "自動操作に使うブラウザを選択",
+        {{"プログラム(*.exe;*.cmd;*.bat)", "*.exe;*.cmd;*.bat"}, {"すべてのファイル(*.*)", "*.*"}},
+        "",
+        ""};
   return {target == BrowseTarget::kStartUpMacro ? "起動時に読み込むマクロファイルを選択"
                                                 : "マクロファイルを選択",
           {{"すべてのファイル(*.*)", "*.*"}},

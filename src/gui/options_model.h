@@ -27,6 +27,8 @@ inline constexpr std::string_view kScheduleKinds[] = {"停止", "起動後", "�
 inline constexpr int kEditorFontSizes[] = {8, 9, 10, 11, 12, 14, 16, 18, 20, 22, 24};
 inline constexpr int kHitsMin = 1;
 inline constexpr int kHitsMax = 9999;
+inline constexpr int kPortMin = 1;
+inline constexpr int kPortMax = 65535;
 // TextMode of the editor with its display check box off.
 inline constexpr int kTextModeHidden = 3;
 
@@ -62,12 +64,15 @@ struct OptionsValues {
   int displayMode = 0;  // 行数+ルーラー, 行数, なし
   std::string defMacro;
   int linkage = 9;
+  std::string browser;       // Browser: the automation browser's path
+  std::string devToolsPort;  // the text box, as typed
   bool operator==(const OptionsValues&) const = default;
 };
 
 OptionsValues OptionsFromSettings(const Settings& settings);
 // The values into the settings. A Hits box that holds no number keeps the
-// old interval; a number outside 1-9999 is brought inside.
+// old interval; a number outside 1-9999 is brought inside. A DevToolsPort
+// box without a port (1-65535) keeps the old port.
 void ApplyOptions(const OptionsValues& values, Settings& settings);
 // The keys a confirm writes, in the order it writes them.
 std::span<const std::string_view> OptionsWriteOrder();
@@ -82,7 +87,7 @@ enum class ListEdit {
   kNothing,    // no row selected, no hotkey captured or no kind chosen
 };
 
-enum class BrowseTarget { kHotkeyMacro, kScheduleMacro, kStartUpMacro };
+enum class BrowseTarget { kHotkeyMacro, kScheduleMacro, kStartUpMacro, kBrowser };
 
 class OptionsDialog {
  public:

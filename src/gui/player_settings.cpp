@@ -25,6 +25,10 @@ PlayerOptions PlayerOptionsFromSettings(const Settings& settings) {
       settings.devToolsPort >= kLowestPort && settings.devToolsPort <= kHighestPort
           ? settings.devToolsPort
           : PlayerOptions{}.devToolsPort;
+  options.browser = settings.browser;
+  // A wait of nothing or less would fail every browser line.
+  options.browserWaitMs =
+      settings.browserWaitMs > 0 ? settings.browserWaitMs : PlayerOptions{}.browserWaitMs;
   return options;
 }
 

@@ -1,5 +1,7 @@
 // kx page: one page command line, or one document operation, against the
-// first page of a Chromium browser listening for DevTools on a loopback port.
+// most recently active tab of a Chromium browser listening for DevTools on a
+// loopback port: the tab a "chrome" path means when no browser line of the
+// play opened one.
 #include <charconv>
 #include <cstdio>
 #include <functional>
@@ -139,7 +141,7 @@ int Page(const std::vector<std::string>& args) {
   devtools::DevToolsDocuments documents;
   if (line) return RunPageLine(*line, documents, *port);
   if (!operation) return Usage("nothing to do");
-  const auto document = documents.FromDevTools(*port);
+  const auto document = documents.FromDevTools(*port, {});
   if (!document) return kFailed;
   return (*operation)(*document);
 }

@@ -51,7 +51,7 @@ int RunPageLine(const std::string& line, DocumentPort& documents, int port) {
     return kBadUsage;
   }
   if (waitWeb) std::this_thread::sleep_for(kWaitWebDelay);
-  const auto document = documents.FromDevTools(port);
+  const auto document = documents.FromDevTools(port, {});
   if (!document) return kFailed;
   if (waitWeb) return WaitComplete(*document) ? kDone : kFailed;
   const std::vector<std::string> fields = basic::Split(basic::Trim(text.substr(2)), ",");

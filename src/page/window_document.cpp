@@ -7,7 +7,8 @@ std::unique_ptr<PageDocument> DocumentOfWindow(WindowPort& windows, DocumentPort
   if (!window) return nullptr;
   WindowHandle top = window;
   for (WindowHandle up = windows.Parent(top); up; up = windows.Parent(top)) top = up;
-  if (windows.ClassName(top) == kChromiumFrameClass) return documents.FromDevTools(devToolsPort);
+  if (windows.ClassName(top) == kChromiumFrameClass)
+    return documents.FromDevTools(devToolsPort, {});
   return documents.FromWindow(window);
 }
 

@@ -178,6 +178,9 @@ void LineRunner::RunForm(const ClassifiedLine& command, std::string_view key) {
     case LineForm::kWheel:
       input_.Wheel(argument, p_.playing_);
       break;
+    case LineForm::kBrowser:
+      OpenBrowser(argument);
+      break;
     case LineForm::kKeyLine:
       KeyLine(argument);
       break;

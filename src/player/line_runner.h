@@ -70,6 +70,7 @@ class LineRunner {
   void SendClick(const std::vector<std::string>& fields);
   void PostKey(const std::vector<std::string>& fields);
   void WaitWeb();
+  void OpenBrowser(std::string_view address);
   std::unique_ptr<PageDocument> PageDocumentOf(std::span<const std::string> path);
 
   // A wait that pumps messages and ends at once when the play is stopped.

@@ -1,6 +1,7 @@
 #include "player/macro_explain.h"
 
 #include "input/key_names.h"
+#include "page/browser_open.h"
 #include "player/macro_line.h"
 #include "player/wait.h"
 #include "util/basic_text.h"
@@ -94,6 +95,9 @@ std::vector<ExplainedLine> ExplainMacro(std::string_view text, FilePort& files, 
           break;
         case LineForm::kKey:
           e.detail = TypedDetail(command.argument, layout);
+          break;
+        case LineForm::kBrowser:
+          e.detail = BrowserAddress(command.argument).value_or("not an address");
           break;
         case LineForm::kKeyLine:
           if (i == 0 && key.starts_with("loop")) {

@@ -147,6 +147,11 @@ constexpr std::array kForms = {
         kWholeKey},
     FormTest{LineForm::kWheel, "wheel", [](auto k, auto&) { return Starts(k, "wheel"); },
              KeyFrom(7, TrimArg::kNone)},
+    // Last before the key line, so that it takes only lines that named no
+    // key and opened nothing; the address keeps its case.
+    FormTest{LineForm::kBrowser, "browser",
+             [](auto k, auto&) { return Is(k, "browser") || Starts(k, "browser "); },
+             LineFrom(9)},
 };
 
 constexpr std::string_view kKeyLineName = "key-line";

@@ -76,6 +76,7 @@ enum class LineForm {
   kPointer,
   kMouseButton,
   kWheel,
+  kBrowser,
   kKeyLine,
 };
 

@@ -7,6 +7,7 @@
 #include "eval/prepare.h"
 #include "eval/scanner.h"
 #include "input/key_names.h"
+#include "page/browser_open.h"
 #include "player/macro_line.h"
 #include "util/basic_text.h"
 
@@ -104,6 +105,12 @@ class Linter {
         return KeysLine(command.argument);
       case LineForm::kKeyLine:
         return KeyLine(key);
+      case LineForm::kBrowser:
+        if (!BrowserAddress(command.argument))
+          Warn("browser: " + Quoted(command.argument) +
+               " はアドレスではありません: http://、https://、file:/// などで始めてください "
+               "(この行は何も開かず、現在の値は False になります)");
+        return;
       default:
         return;
     }

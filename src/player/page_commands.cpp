@@ -16,9 +16,6 @@ namespace {
 
 constexpr std::size_t kPathStart = 2;
 constexpr double kWaitWebMs = 1500;
-// Chromium-based browsers' frame windows; their pages are reached over the
-// DevTools port instead of window messages.
-constexpr std::string_view kChromeKeyword = "chrome";
 constexpr int kLargestVirtualKey = 255;
 constexpr int kVirtualKeyMask = 0xFF;
 
@@ -140,20 +137,23 @@ void LineRunner::WaitWeb() {
   // Without an Internet Explorer window, the page waited for is the one of
   // a Chromium browser on the DevTools port, where today's browsers answer.
   const WindowHandle window = FindDocumentWindow(sys_.windows, kInternetExplorerPath);
-  const auto document = window ? sys_.documents.FromWindow(window)
-                               : sys_.documents.FromDevTools(p_.options_.devToolsPort);
+  const auto document = window
+                            ? sys_.documents.FromWindow(window)
+                            : sys_.documents.FromDevTools(p_.options_.devToolsPort, p_.browserTab_);
   if (document) WaitPageComplete(*document, sys_.clock, p_.playing_);
 }
 
 std::unique_ptr<PageDocument> LineRunner::PageDocumentOf(std::span<const std::string> path) {
   if (path.empty()) return nullptr;
   const int port = p_.options_.devToolsPort;
-  if (basic::LCase(basic::Trim(path.front())) == kChromeKeyword)
-    return sys_.documents.FromDevTools(port);
+  // A Chromium page is the tab this play's last browser line opened, or
+  // without one the tab the browser was last used in.
+  if (basic::LCase(basic::Trim(path.front())) == kChromePathKeyword)
+    return sys_.documents.FromDevTools(port, p_.browserTab_);
   const WindowPathMatch match = WalkWindowPath(sys_.windows, path);
   if (!match.window) return nullptr;
   if (sys_.windows.ClassName(match.topLevel) == kChromiumFrameClass)
-    return sys_.documents.FromDevTools(port);
+    return sys_.documents.FromDevTools(port, p_.browserTab_);
   return sys_.documents.FromWindow(match.window);
 }
 

@@ -58,6 +58,7 @@ void Player::sLoopPlay0() {
   resumeAt_ = -1;
   input_.TakeBlocked();
   variables_.Clear();
+  browserTab_.clear();
   loops_.clear();
   switchDepth_ = 0;
   switchState_ = 0;

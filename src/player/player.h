@@ -31,11 +31,13 @@ struct PlayerOptions {
   // ReleaseHeld: a play that does not run to its end (stopped, paused,
   // failed, aborted) lets go of every key and button it left down.
   bool releaseHeld = true;
-  double speedFactor = 1.0;  // 1, 0.5, 0.25, 2, 4 or 8
-  bool trace = false;        // highlight the running line
-  bool balloon = false;      // show comment lines as balloons
-  bool unicodeKeys = false;  // UnicodeKeys: type untypeable characters as Unicode
-  int devToolsPort = 9222;   // DevToolsPort: where page commands reach a Chromium browser
+  double speedFactor = 1.0;   // 1, 0.5, 0.25, 2, 4 or 8
+  bool trace = false;         // highlight the running line
+  bool balloon = false;       // show comment lines as balloons
+  bool unicodeKeys = false;   // UnicodeKeys: type untypeable characters as Unicode
+  int devToolsPort = 9222;    // DevToolsPort: where page commands reach a Chromium browser
+  std::string browser;        // Browser: the automation browser; empty: Edge, else Chrome
+  int browserWaitMs = 30000;  // BrowserWaitMs: how long a browser line waits for its page
   std::string appTitle = "Kestrelix";
 };
 
@@ -122,6 +124,9 @@ class Player {
   Point cursorAtStart_;
   VariableTable variables_;
   CurrentValue currentValue_;
+  // The tab the last browser line of this play opened; page commands with a
+  // "chrome" path act on it. Empty: the browser's most recently active tab.
+  std::string browserTab_;
   std::vector<LoopFrame> loops_;
   std::int32_t switchDepth_ = 0;
   std::int32_t switchState_ = 0;

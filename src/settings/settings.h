@@ -61,7 +61,9 @@ struct Settings {
   // A play cut short (stopped, paused, failed) and the end of the program
   // let go of every key and mouse button a macro left held down.
   bool releaseHeld = true;
-  int devToolsPort = 9222;  // the loopback port page commands reach Chromium browsers on
+  int devToolsPort = 9222;    // the loopback port page commands reach Chromium browsers on
+  std::string browser;        // full path of the automation browser; empty: Edge, else Chrome
+  int browserWaitMs = 30000;  // how long a browser line waits for its page
   // The variable watch's window in twips; a width of 0: never placed, it
   // opens beside the main window.
   int watchX = 0;

@@ -60,7 +60,7 @@ SimSystem::SimSystem() {
 
 System SimSystem::Ports() {
   return System{*this, *this, *this, *this, *this, *this, *this,
-                *this, *this, *this, *this, *this, *this};
+                *this, *this, *this, *this, *this, *this, browsers_};
 }
 
 void SimSystem::Record(std::string_view ev, Json fields) {
@@ -266,7 +266,7 @@ SimPage& SimSystem::AddPage(WindowHandle window, SimPage page) {
 }
 
 SimPage& SimSystem::AddDevToolsPage(int port, SimPage page) {
-  return devToolsPages_[port] = std::move(page);
+  return browsers_.AddTab(port, "", std::move(page));
 }
 
 std::unique_ptr<PageDocument> SimSystem::FromWindow(WindowHandle window) {
@@ -279,12 +279,13 @@ std::unique_ptr<PageDocument> SimSystem::FromWindow(WindowHandle window) {
   });
 }
 
-std::unique_ptr<PageDocument> SimSystem::FromDevTools(int port) {
-  const Json source = {{"port", port}};
+std::unique_ptr<PageDocument> SimSystem::FromDevTools(int port, std::string_view tab) {
+  Json source = {{"port", port}};
+  if (!tab.empty()) source["tab"] = tab;
   documentRequests_.push_back(DumpJson(source));
-  auto it = devToolsPages_.find(port);
-  if (it == devToolsPages_.end() || it->second.gone) return nullptr;
-  return MakeSimDocument(it->second, source, [this](std::string_view ev, Json fields) {
+  SimTab* shown = browsers_.Tab(port, tab);
+  if (!shown) return nullptr;
+  return MakeSimDocument(shown->page, source, [this](std::string_view ev, Json fields) {
     Record(ev, std::move(fields));
   });
 }

@@ -13,6 +13,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "sim/sim_browser.h"
 #include "sim/sim_document.h"
 #include "sim/trace.h"
 #include "sys/system.h"
@@ -103,7 +104,10 @@ class SimSystem final : public InputPort,
   // browser answering DevTools on a port. The references stay valid for the
   // system's life.
   SimPage& AddPage(WindowHandle window, SimPage page = {});
+  // A new tab of the browser on the port, now its most recently active one.
   SimPage& AddDevToolsPage(int port, SimPage page = {});
+  // The browsers on loopback ports, for set-ups beyond one page.
+  SimBrowsers& browsers() { return browsers_; }
   // Document requests in the order they came: {"hwnd":n} or {"port":n}.
   const std::vector<std::string>& DocumentRequests() const { return documentRequests_; }
   std::string LastStatus() const { return status_; }
@@ -154,7 +158,7 @@ class SimSystem final : public InputPort,
 
   // --- DocumentPort ---
   std::unique_ptr<PageDocument> FromWindow(WindowHandle window) override;
-  std::unique_ptr<PageDocument> FromDevTools(int port) override;
+  std::unique_ptr<PageDocument> FromDevTools(int port, std::string_view tab) override;
 
   // --- ShellPort ---
   bool Open(std::string_view file, std::string_view workingFolder) override;
@@ -257,7 +261,8 @@ class SimSystem final : public InputPort,
   std::map<std::string, std::string> classKeys_;
   std::set<std::string> refusedClassKeys_;
   std::map<WindowHandle, SimPage> pages_;
-  std::map<int, SimPage> devToolsPages_;
+  SimBrowsers browsers_{
+      *this, [this](std::string_view ev, Json fields) { Record(ev, std::move(fields)); }};
   std::vector<std::string> documentRequests_;
   std::uint32_t rndSeed_ = 0x50000;
 };

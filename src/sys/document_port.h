@@ -46,9 +46,11 @@ class DocumentPort {
   // The document of an Internet Explorer engine window; none when the window
   // does not answer within a second or shows no such document.
   virtual std::unique_ptr<PageDocument> FromWindow(WindowHandle window) = 0;
-  // The page of a Chromium browser listening for DevTools on that loopback
-  // port; none when no browser answers there.
-  virtual std::unique_ptr<PageDocument> FromDevTools(int port) = 0;
+  // A tab of the Chromium browser listening for DevTools on that loopback
+  // port: the one with that id, or with an empty id the browser's most
+  // recently active one. None when no browser answers there or the tab has
+  // gone.
+  virtual std::unique_ptr<PageDocument> FromDevTools(int port, std::string_view tab) = 0;
 };
 
 }  // namespace kx

@@ -3,6 +3,7 @@
 // the player and the evaluator are handed. Each implementation (the Win32 one
 // and the simulated one) provides all of them.
 #include "input/input_port.h"
+#include "sys/browser_port.h"
 #include "sys/clipboard_port.h"
 #include "sys/clock_port.h"
 #include "sys/dialog_port.h"
@@ -31,6 +32,7 @@ struct System {
   EnvironmentPort& environment;
   RandomPort& random;
   DocumentPort& documents;
+  BrowserPort& browser;
 };
 
 }  // namespace kx

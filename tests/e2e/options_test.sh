@@ -86,7 +86,8 @@ for text in "Alt + F11" "F11" "Pause" "ホットキー" "マクロ別ホット�
   "マクロ起動設定" "起動後" "インターバル" "毎日" "停止" "クリア" "再生終了時の通知" "タイトル点滅" \
   "再生終了時にCtrl、Shift、AltキーをUPにする" "連打機能の連打間隔(1～9999ms)" \
   "    テキストボックスの表示" "行数+ルーラー" "起動マクロ" "拡張子設定" \
-  "マクロファイルを.ksxで保存＆関連付け" "関連付け解除" "OK" "キャンセル" "適用"; do
+  "マクロファイルを.ksxで保存＆関連付け" "関連付け解除" "自動操作ブラウザ (browser命令)" "ブラウザ" \
+  "DevToolsPort" "9222" "OK" "キャンセル" "適用"; do
   grep -qF $'\ttext='"$text"$'\t' <<<"$controls" || fail "no control [$text]"
 done
 for class in SysTabControl32 SysListView32 SysDateTimePick32 ComboBox; do
@@ -125,6 +126,15 @@ robot click "${dialog[@]}" --ctl-text "適用" >/dev/null
 # 適用 leaves the dialog open: wait for the last key it writes.
 for _ in $(seq 150); do grep -qx 'Linkage=9' <<<"$(ini_text 2>/dev/null)" && break; sleep 0.1; done
 grep -qx 'HotkeyPlay=119' <<<"$(ini_text)" || fail "HotkeyPlay after 適用: $(ini_text)"
+grep -qx 'DevToolsPort=9222' <<<"$(ini_text)" || fail "DevToolsPort after 適用: $(ini_text)"
+# The automation browser's path and port, typed into the その他 page.
+robot select "${dialog[@]}" --ctl-class SysTabControl32 -- "その他" >/dev/null
+robot set-text "${dialog[@]}" --ctl-class Edit --ctl-id 144 -- 'C:\Program Files\ブラウザ\msedge.exe' >/dev/null
+robot set-text "${dialog[@]}" --ctl-class Edit --ctl-id 146 -- 9333 >/dev/null
+robot click "${dialog[@]}" --ctl-text "適用" >/dev/null
+for _ in $(seq 150); do grep -qx 'DevToolsPort=9333' <<<"$(ini_text 2>/dev/null)" && break; sleep 0.1; done
+grep -qx 'Browser=C:\\Program Files\\ブラウザ\\msedge.exe' <<<"$(ini_text)" || fail "Browser after 適用: $(ini_text)"
+grep -qx 'DevToolsPort=9333' <<<"$(ini_text)" || fail "DevToolsPort after 適用: $(ini_text)"
 close_options "キャンセル"
 robot set-text "${main[@]}" --ctl-class Edit --ctl-id 1 -- $'w kxtarget\r\nkeys shift' >/dev/null
 xdotool windowfocus --sync "$target"

@@ -316,6 +316,20 @@ TEST_F(CaptureTest, PageInputReadsThePageUnderThePointer) {
   EXPECT_EQ(view.text, "1000\r\nIP user=abc / memo=a\\nb,0,KxForm*1,Edit*2\r\n");
 }
 
+// A Chromium window's page is its browser's tab: the line names it by the
+// "chrome" path, whatever windows the browser shows it in.
+TEST_F(CaptureTest, PageInputOnAChromiumWindowWritesTheChromePath) {
+  const auto frame =
+      sim.AddWindow({0, "Chrome_WidgetWin_1", "ログイン - Chromium", {0, 600, 400, 900}});
+  sim.AddWindow({0, "Chrome_RenderWidgetHostHWND", "", {10, 640, 390, 890}, {0, 0}, false, frame});
+  sim.AddDevToolsPage(9222, sim::MakeSimPage({{{"INPUT", "text", "user", "山田 太郎", false}, 0},
+                                              {{"INPUT", "password", "pass", "", false}, 0}},
+                                             1));
+  Open("pw");
+  AltClick({200, 800});
+  EXPECT_EQ(view.text, "1000\r\nIP user=山田 太郎 / pass=,0,chrome\r\n");
+}
+
 TEST_F(CaptureTest, TheToolAndTheMainWindowAreNeverTargets) {
   const auto tool = sim.AddWindow({kToolWindow, "KxCapture", "取得", {0, 0, 90, 90}});
   const auto label = sim.AddWindow({0, "Static", "ラベル", {10, 10, 80, 30}, {0, 0}, false, tool});

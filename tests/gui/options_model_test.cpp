@@ -41,6 +41,8 @@ Settings Sample() {
   s.textMode = 1;
   s.defMacro = "C:\\m\\start.ksx";
   s.linkage = 8;
+  s.browser = "C:\\Program Files\\ブラウザ\\chrome.exe";
+  s.devToolsPort = 9333;
   return s;
 }
 
@@ -103,6 +105,23 @@ TEST(OptionsValues, TextModeHiddenHitsAndLinkage) {
   EXPECT_EQ(s.textMode, 3);
 }
 
+TEST(OptionsValues, BrowserLosesItsQuotesAndAPortMustBeOneTcpAllows) {
+  Settings s;
+  OptionsValues v = OptionsFromSettings(s);
+  EXPECT_EQ(v.devToolsPort, "9222");
+  EXPECT_EQ(v.browser, "");
+  v.browser = " \"C:\\a b\\msedge.exe\" ";
+  v.devToolsPort = " 9333 ";
+  ApplyOptions(v, s);
+  EXPECT_EQ(s.browser, "C:\\a b\\msedge.exe");
+  EXPECT_EQ(s.devToolsPort, 9333);
+  for (const char* typed : {"", "0", "65536", "-1", "92x2", "ポート"}) {
+    v.devToolsPort = typed;
+    ApplyOptions(v, s);
+    EXPECT_EQ(s.devToolsPort, 9333) << typed;
+  }
+}
+
 TEST(OptionsValues, AConfirmWritesEveryKeyInItsOrder) {
   RecordingStore store;
   WriteOptions(store, Sample());
@@ -126,6 +145,8 @@ TEST(OptionsValues, AConfirmWritesEveryKeyInItsOrder) {
       "Hotkey=65|2|Ctrl + A|C:\\m\\a.ksx||||66|6|Shift + Ctrl + B|C:\\m\\b.ksx",
       "Auto=起動後,0:00:05,C:\\m\\a.ksx|毎日,9:30:00,C:\\m\\b.ksx",
       "Linkage=8",
+      "Browser=C:\\Program Files\\ブラウザ\\chrome.exe",
+      "DevToolsPort=9333",
   };
   EXPECT_EQ(store.writes, expected);
 }
@@ -206,6 +227,10 @@ TEST_F(OptionsDialogTest, BrowseDialogsStartInTheMacroFolder) {
   EXPECT_EQ(startUp.filters[0].description, "すべてのファイル(*.*)");
   EXPECT_EQ(dialog.BrowseRequest(BrowseTarget::kScheduleMacro).title, "マクロファイルを選択");
   EXPECT_EQ(dialog.BrowseRequest(BrowseTarget::kHotkeyMacro).title, "マクロファイルを選択");
+  const FileDialogRequest browser = dialog.BrowseRequest(BrowseTarget::kBrowser);
+  EXPECT_EQ(browser.title, "自動操作に使うブラウザを選択");
+  ASSERT_EQ(browser.filters.size(), 2u);
+  EXPECT_EQ(browser.filters[0].pattern, "*.exe;*.cmd;*.bat");
 }
 
 TEST_F(OptionsDialogTest, AssociationWritesItsKeysInOrderAndRemovesThemDeepestFirst) {

@@ -72,5 +72,15 @@ TEST(PlayerSettings, DevToolsPortIsPassedAndAPortOutsideTcpsRangeKeepsTheDefault
   EXPECT_EQ(PlayerOptionsFromSettings(FromIni("DevToolsPort=70000\r\n")).devToolsPort, 9222);
 }
 
+TEST(PlayerSettings, BrowserIsPassedAndAWaitOfNothingKeepsTheDefault) {
+  const PlayerOptions set = PlayerOptionsFromSettings(
+      FromIni("Browser=C:\\Tools\\browser.cmd\r\nBrowserWaitMs=5000\r\n"));
+  EXPECT_EQ(set.browser, "C:\\Tools\\browser.cmd");
+  EXPECT_EQ(set.browserWaitMs, 5000);
+  EXPECT_EQ(PlayerOptionsFromSettings(FromIni("")).browserWaitMs, 30000);
+  EXPECT_EQ(PlayerOptionsFromSettings(FromIni("BrowserWaitMs=0\r\n")).browserWaitMs, 30000);
+  EXPECT_EQ(PlayerOptionsFromSettings(FromIni("BrowserWaitMs=x\r\n")).browserWaitMs, 30000);
+}
+
 }  // namespace
 }  // namespace kx

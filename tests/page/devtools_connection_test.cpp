@@ -93,21 +93,21 @@ TEST(DevToolsConnection, NoBrowserOnThePortGivesNone) {
     StandIn closed;
     port = closed.Port();
   }
-  EXPECT_EQ(DevToolsConnection::OpenPage(port, kShort), nullptr);
-  EXPECT_EQ(DevToolsConnection::OpenPage(0, kShort), nullptr);
-  EXPECT_EQ(DevToolsConnection::OpenPage(70000, kShort), nullptr);
+  EXPECT_EQ(DevToolsConnection::OpenPage(port, {}, kShort), nullptr);
+  EXPECT_EQ(DevToolsConnection::OpenPage(0, {}, kShort), nullptr);
+  EXPECT_EQ(DevToolsConnection::OpenPage(70000, {}, kShort), nullptr);
 }
 
 TEST(DevToolsConnection, AListenerThatNeverAnswersTimesOut) {
   StandIn silent;  // listens, but nobody accepts or answers
-  EXPECT_EQ(DevToolsConnection::OpenPage(silent.Port(), kShort), nullptr);
+  EXPECT_EQ(DevToolsConnection::OpenPage(silent.Port(), {}, kShort), nullptr);
 }
 
 TEST(DevToolsConnection, APageOnAnotherHostIsNotFollowed) {
   StandIn browser;
   browser.Serve(
       R"([{"type": "page", "webSocketDebuggerUrl": "ws://10.1.2.3:9222/devtools/page/P"}])");
-  EXPECT_EQ(DevToolsConnection::OpenPage(browser.Port(), kShort), nullptr);
+  EXPECT_EQ(DevToolsConnection::OpenPage(browser.Port(), {}, kShort), nullptr);
 }
 
 TEST(DevToolsConnection, RepliesAreMatchedErrorsGiveNoneAndASilentPageEndsTheConnection) {
@@ -123,7 +123,7 @@ TEST(DevToolsConnection, RepliesAreMatchedErrorsGiveNoneAndASilentPageEndsTheCon
     Read(ws);  // the third request gets no answer at all
     Read(ws);  // until the client gives up and closes
   });
-  auto connection = DevToolsConnection::OpenPage(browser.Port(), kShort);
+  auto connection = DevToolsConnection::OpenPage(browser.Port(), {}, kShort);
   ASSERT_NE(connection, nullptr);
   EXPECT_EQ(connection->Evaluate("document.readyState"), nlohmann::json("complete"));
   EXPECT_EQ(connection->Evaluate("document.title"), std::nullopt);
@@ -144,7 +144,7 @@ TEST(DevToolsConnection, ABrowserThatClosesMidCallGivesNone) {
     beast::error_code error;
     ws.next_layer().close(error);
   });
-  auto connection = DevToolsConnection::OpenPage(browser.Port(), Timeouts{});
+  auto connection = DevToolsConnection::OpenPage(browser.Port(), {}, Timeouts{});
   ASSERT_NE(connection, nullptr);
   EXPECT_EQ(connection->Evaluate("document.readyState"), std::nullopt);
   EXPECT_FALSE(connection->Connected());

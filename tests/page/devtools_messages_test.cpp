@@ -31,6 +31,37 @@ TEST(DevToolsTargetList, ListsWithoutAReachablePageGiveNone) {
   EXPECT_FALSE(FirstPageSocket("<html>404</html>"));
 }
 
+TEST(DevToolsTargetList, ATabIsFoundByItsIdAndAnEmptyIdMeansTheFirstPage) {
+  const std::string list = R"([
+    {"type": "browser_ui", "id": "U", "webSocketDebuggerUrl": "ws://127.0.0.1:9222/devtools/page/U"},
+    {"type": "page", "id": "B", "webSocketDebuggerUrl": "ws://127.0.0.1:9222/devtools/page/B"},
+    {"type": "page", "id": "A", "webSocketDebuggerUrl": "ws://127.0.0.1:9222/devtools/page/A"}])";
+  EXPECT_EQ(PageSocket(list, "A")->path, "/devtools/page/A");
+  EXPECT_EQ(PageSocket(list, "")->path, "/devtools/page/B");
+  EXPECT_FALSE(PageSocket(list, "U"));  // not a page
+  EXPECT_FALSE(PageSocket(list, "closed"));
+  EXPECT_EQ(FirstPageId(list), "B");
+  EXPECT_FALSE(FirstPageId(R"([{"type": "page"}])"));
+  EXPECT_FALSE(FirstPageId("not json"));
+}
+
+TEST(DevToolsBrowserAnswers, VersionNewTabAndTabStateAreReadStrictly) {
+  EXPECT_TRUE(IsBrowserVersion(R"({"Browser": "Edg/130.0", "Protocol-Version": "1.3"})"));
+  EXPECT_FALSE(IsBrowserVersion(R"({"Browser": 1})"));
+  EXPECT_FALSE(IsBrowserVersion("<html></html>"));
+  EXPECT_EQ(NewTabId(R"({"id": "T", "type": "page"})"), "T");
+  EXPECT_FALSE(NewTabId(R"([{"id": "T", "type": "page"}])"));
+  EXPECT_FALSE(NewTabId(R"({"id": 5, "type": "page"})"));
+  EXPECT_EQ(NewTabTarget("a b&c=日"), "/json/new?a%20b%26c%3D%E6%97%A5");
+  EXPECT_EQ(NewTabTarget("Az09-._~"), "/json/new?Az09-._~");
+  const auto state = ReadTabState(json::array({"file:///x", "complete"}));
+  ASSERT_TRUE(state);
+  EXPECT_EQ(state->url, "file:///x");
+  EXPECT_EQ(state->readyState, "complete");
+  EXPECT_FALSE(ReadTabState(json::array({"file:///x"})));
+  EXPECT_FALSE(ReadTabState(json("complete")));
+}
+
 TEST(DevToolsTargetList, OnlyLoopbackAddressesAreFollowed) {
   EXPECT_TRUE(ParseSocketUrl("ws://127.0.0.1:9222/devtools/page/A"));
   EXPECT_TRUE(ParseSocketUrl("ws://localhost:9222/devtools/page/A"));

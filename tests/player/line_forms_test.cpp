@@ -56,7 +56,10 @@ const FormCase kFormCases[] = {
     {"mouclpos(1,2)", LineForm::kPointer},
     {"lmouse down (1,2)", LineForm::kMouseButton},
     {"wheel 120", LineForm::kWheel},
+    {"browser https://example.com", LineForm::kBrowser},
+    {"browser", LineForm::kBrowser},
     // Falling through to the key line:
+    {"browsers", LineForm::kKeyLine},
     {"5", LineForm::kKeyLine},
     {"'", LineForm::kKeyLine},
     {"beep x", LineForm::kKeyLine},
@@ -189,6 +192,8 @@ const ArgumentCase kArgumentCases[] = {
     {"ST Hello World,,Edit", LineForm::kPage, "Hello World,,Edit"},
     {"GT  Edit*2 ", LineForm::kPage, "Edit*2"},
     {"gt(10,10)", LineForm::kPage, "(10,10)"},
+    {"Browser  file:///C:/My Pages/ログイン.html ", LineForm::kBrowser,
+     "file:///C:/My Pages/ログイン.html"},
 };
 
 TEST(LineForms, TheClassifierCutsEachFormsArgument) {

@@ -127,6 +127,17 @@ TEST_F(MacroLint, GotoMayReachOnePastTheEndButNoFurther) {
   EXPECT_NE(Only({"goto x"}, 1).find("行番号ではありません"), std::string::npos);
 }
 
+TEST_F(MacroLint, ABrowserLineNeedsAnAddress) {
+  EXPECT_EQ(Lint({"browser https://example.com/", "browser C:\\pages\\a b.html",
+                  "browser file:///C:/ページ.html"})
+                .size(),
+            0u);
+  EXPECT_NE(
+      Only({"browser www.example.com"}, 1).find("\"www.example.com\" はアドレスではありません"),
+      std::string::npos);
+  EXPECT_NE(Only({"browser"}, 1).find("アドレスではありません"), std::string::npos);
+}
+
 TEST_F(MacroLint, MacroFilesAreLookedForBesideTheMacroAndInTheMacroFolder) {
   EXPECT_EQ(Lint({"mf here.ksx", "mf LIBRARY.KSX", "mf /macros/here.ksx"}).size(), 0u);
   EXPECT_NE(Only({"mf missing.ksx"}, 1).find("\"missing.ksx\""), std::string::npos);

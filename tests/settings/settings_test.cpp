@@ -72,12 +72,13 @@ INSTANTIATE_TEST_SUITE_P(
         DefaultCase{"Auto", ""}, DefaultCase{"WinState", "0"}, DefaultCase{"X", "0"},
         DefaultCase{"Y", "0"}, DefaultCase{"W", "5200"}, DefaultCase{"H", "6000"},
         DefaultCase{"UnicodeKeys", "0"}, DefaultCase{"ReleaseHeld", "-1"},
-        DefaultCase{"DevToolsPort", "9222"}, DefaultCase{"WatchX", "0"}, DefaultCase{"WatchY", "0"},
-        DefaultCase{"WatchW", "0"}, DefaultCase{"WatchH", "0"}));
+        DefaultCase{"DevToolsPort", "9222"}, DefaultCase{"Browser", ""},
+        DefaultCase{"BrowserWaitMs", "30000"}, DefaultCase{"WatchX", "0"},
+        DefaultCase{"WatchY", "0"}, DefaultCase{"WatchW", "0"}, DefaultCase{"WatchH", "0"}));
 
 TEST(SettingKeys, ListEveryKeyOnceInTheOrderStartUpReadsThem) {
   const auto keys = SettingKeys();
-  ASSERT_EQ(keys.size(), 48u);
+  ASSERT_EQ(keys.size(), 50u);
   EXPECT_EQ(keys.front().name, "HotkeyPlayMod");
   EXPECT_EQ(keys[21].name, "LoopCnt");
   EXPECT_EQ(keys.back().name, "WatchH");
@@ -184,9 +185,9 @@ TEST(WriteOptionsSettings, WritesTheDialogsKeysOnly) {
   FakeStore store;
   WriteOptionsSettings(store, Settings{});
   // The options dialog has no control for UnicodeKeys, ReleaseHeld or
-  // DevToolsPort; it writes back the values that were read.
-  EXPECT_EQ(store.written.size(), 22u);
-  EXPECT_EQ(store.written.back(), "DevToolsPort");
+  // BrowserWaitMs; it writes back the values that were read.
+  EXPECT_EQ(store.written.size(), 24u);
+  EXPECT_EQ(store.written.back(), "BrowserWaitMs");
   EXPECT_EQ(store.written.front(), "HotkeyPlayMod");
   EXPECT_EQ(store.values.count("Mouse"), 0u);
   EXPECT_EQ(store.values["EndNotifer"], "0");

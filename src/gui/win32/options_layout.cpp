@@ -96,11 +96,19 @@ constexpr OptionsControl kControls[] = {
      "マクロファイルの拡張子を.ksxで保存。.ksxファイルをKestrelixに関連付けします"},
     {K::kButton, kOptRemoveAssociation, 2, 340, 362, 150, kButtonHeight, "関連付け解除",
      ".ksxファイルの関連付けを解除し、保存も.txtで保存します。"},
+    {K::kGroup, kOptStatic, 2, 20, 414, 560, 92, "自動操作ブラウザ (browser命令)", ""},
+    {K::kLabel, kOptStatic, 2, 32, 440, 90, kRow, "ブラウザ", ""},
+    {K::kEdit, kOptBrowser, 2, 126, 436, 400, kRow, "",
+     "空欄ならMicrosoft Edge、なければGoogle Chromeを使います"},
+    {K::kButton, kOptBrowserBrowse, 2, 530, 436, 38, kRow, "...", kBrowseTip},
+    {K::kLabel, kOptStatic, 2, 32, 472, 90, kRow, "DevToolsPort", ""},
+    {K::kNumberEdit, kOptDevToolsPort, 2, 126, 468, 80, kRow, "",
+     "ブラウザを操作するポート(127.0.0.1だけで使います)"},
 
     // --- the bottom row ---
-    {K::kButton, kOptOk, kAllPages, 324, 462, 84, kButtonHeight, "OK", ""},
-    {K::kButton, kOptCancel, kAllPages, 416, 462, 84, kButtonHeight, "キャンセル", ""},
-    {K::kButton, kOptApply, kAllPages, 508, 462, 84, kButtonHeight, "適用", ""},
+    {K::kButton, kOptOk, kAllPages, 324, 522, 84, kButtonHeight, "OK", ""},
+    {K::kButton, kOptCancel, kAllPages, 416, 522, 84, kButtonHeight, "キャンセル", ""},
+    {K::kButton, kOptApply, kAllPages, 508, 522, 84, kButtonHeight, "適用", ""},
 };
 
 }  // namespace

@@ -72,6 +72,9 @@ enum OptionsId : int {
   kOptDefMacroBrowse,
   kOptAssociate,
   kOptRemoveAssociation,
+  kOptBrowser,
+  kOptBrowserBrowse,
+  kOptDevToolsPort,
   kOptStatic = 0xFFFF,  // labels and frames
 };
 
@@ -91,7 +94,7 @@ struct OptionsControl {
 
 // The dialog's client size in DIPs.
 inline constexpr int kOptionsWidth = 600;
-inline constexpr int kOptionsHeight = 500;
+inline constexpr int kOptionsHeight = 560;
 
 std::span<const OptionsControl> OptionsControls();
 

@@ -18,8 +18,8 @@ namespace {
 constexpr wchar_t kOptionsClass[] = L"KestrelixOptions";
 constexpr wchar_t kPageClass[] = L"KestrelixOptionsPage";
 // The tab strip, and the pages inside it, in DIPs of the client area.
-constexpr RECT kTabRect{8, 8, 592, 452};
-constexpr RECT kPageRect{12, 34, 588, 448};
+constexpr RECT kTabRect{8, 8, 592, 512};
+constexpr RECT kPageRect{12, 34, 588, 508};
 
 // A page only holds controls: what they report goes on to the dialog.
 LRESULT CALLBACK PageProc(HWND page, UINT msg, WPARAM wp, LPARAM lp) noexcept {
@@ -282,6 +282,8 @@ void OptionsWindow::ShowValues() {
     if (gui::kEditorFontSizes[i] == v.fontSize) fontRow = i;
   ::SendMessageW(Item(kOptFontSize), CB_SETCURSEL, static_cast<WPARAM>(fontRow), 0);
   SetText(kOptDefMacro, v.defMacro);
+  SetText(kOptBrowser, v.browser);
+  SetText(kOptDevToolsPort, v.devToolsPort);
   SYSTEMTIME midnight{2000, 1, 6, 1, 0, 0, 0, 0};
   ::SendMessageW(Item(kOptAutoTime), DTM_SETSYSTEMTIME, GDT_VALID,
                  reinterpret_cast<LPARAM>(&midnight));
@@ -309,6 +311,8 @@ void OptionsWindow::ReadValues() {
   if (fontRow >= 0 && fontRow < static_cast<LRESULT>(std::size(gui::kEditorFontSizes)))
     v.fontSize = gui::kEditorFontSizes[fontRow];
   v.defMacro = Text(kOptDefMacro);
+  v.browser = Text(kOptBrowser);
+  v.devToolsPort = Text(kOptDevToolsPort);
 }
 
 void OptionsWindow::FillHotkeyList() {
@@ -416,6 +420,9 @@ void OptionsWindow::OnCommand(int id, int code) {
       return;
     case kOptDefMacroBrowse:
       Browse(gui::BrowseTarget::kStartUpMacro, kOptDefMacro);
+      return;
+    case kOptBrowserBrowse:
+      Browse(gui::BrowseTarget::kBrowser, kOptBrowser);
       return;
     case kOptAssociate:
       dialog_.Associate();

@@ -18,9 +18,11 @@ struct Timeouts {
 
 class DevToolsConnection {
  public:
-  // The first page listed by the browser on that port; none when nothing
-  // answers there in time or the browser lists no page.
-  static std::unique_ptr<DevToolsConnection> OpenPage(int port, const Timeouts& timeouts = {});
+  // The page with that tab id on the browser on that port, or with an empty
+  // id the first page it lists (its most recently active); none when nothing
+  // answers there in time or the browser lists no such page.
+  static std::unique_ptr<DevToolsConnection> OpenPage(int port, std::string_view tab = {},
+                                                      const Timeouts& timeouts = {});
   ~DevToolsConnection();
   DevToolsConnection(const DevToolsConnection&) = delete;
   DevToolsConnection& operator=(const DevToolsConnection&) = delete;

@@ -48,8 +48,8 @@ class DevToolsDocument final : public PageDocument {
 
 }  // namespace
 
-std::unique_ptr<PageDocument> OpenPage(int port, const Timeouts& timeouts) {
-  auto connection = DevToolsConnection::OpenPage(port, timeouts);
+std::unique_ptr<PageDocument> OpenPage(int port, std::string_view tab, const Timeouts& timeouts) {
+  auto connection = DevToolsConnection::OpenPage(port, tab, timeouts);
   if (!connection) return nullptr;
   return std::make_unique<DevToolsDocument>(std::move(connection));
 }
@@ -58,8 +58,8 @@ std::unique_ptr<PageDocument> DevToolsDocuments::FromWindow(WindowHandle) {
   return nullptr;
 }
 
-std::unique_ptr<PageDocument> DevToolsDocuments::FromDevTools(int port) {
-  return OpenPage(port);
+std::unique_ptr<PageDocument> DevToolsDocuments::FromDevTools(int port, std::string_view tab) {
+  return OpenPage(port, tab);
 }
 
 }  // namespace kx::devtools

@@ -8,16 +8,17 @@
 
 namespace kx::devtools {
 
-// The first page of the browser on that loopback port; none when no browser
-// answers there.
-std::unique_ptr<PageDocument> OpenPage(int port, const Timeouts& timeouts = {});
+// The tab of the browser on that loopback port (empty: its most recently
+// active one); none when no browser answers there.
+std::unique_ptr<PageDocument> OpenPage(int port, std::string_view tab = {},
+                                       const Timeouts& timeouts = {});
 
 // Documents where there are no Internet Explorer engine windows: FromWindow
 // finds none, FromDevTools opens the browser's page.
 class DevToolsDocuments final : public DocumentPort {
  public:
   std::unique_ptr<PageDocument> FromWindow(WindowHandle window) override;
-  std::unique_ptr<PageDocument> FromDevTools(int port) override;
+  std::unique_ptr<PageDocument> FromDevTools(int port, std::string_view tab) override;
 };
 
 }  // namespace kx::devtools

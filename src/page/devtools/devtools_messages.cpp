@@ -23,6 +23,17 @@ bool IsLoopbackHost(std::string_view host) {
   return false;
 }
 
+bool IsPage(const json& target) {
+  return target.is_object() && target.value("type", json()) == "page";
+}
+
+std::optional<std::string> StringField(const json& object, const char* key) {
+  if (!object.is_object()) return std::nullopt;
+  const auto field = object.find(key);
+  if (field == object.end() || !field->is_string()) return std::nullopt;
+  return field->get<std::string>();
+}
+
 std::optional<int> ParsePort(std::string_view text) {
   int port = 0;
   const char* end = text.data() + text.size();
@@ -48,10 +59,15 @@ std::optional<SocketAddress> ParseSocketUrl(std::string_view url) {
 }
 
 std::optional<SocketAddress> FirstPageSocket(std::string_view target_list) {
+  return PageSocket(target_list, {});
+}
+
+std::optional<SocketAddress> PageSocket(std::string_view target_list, std::string_view tab) {
   const auto list = Parse(target_list);
   if (!list || !list->is_array()) return std::nullopt;
   for (const json& target : *list) {
-    if (!target.is_object() || target.value("type", json()) != "page") continue;
+    if (!IsPage(target)) continue;
+    if (!tab.empty() && target.value("id", json()) != tab) continue;
     const auto url = target.find("webSocketDebuggerUrl");
     // A page another client is attached to has no address; the browser
     // lists it all the same, and it cannot be reached.
@@ -59,6 +75,54 @@ std::optional<SocketAddress> FirstPageSocket(std::string_view target_list) {
     return ParseSocketUrl(url->get<std::string>());
   }
   return std::nullopt;
+}
+
+std::optional<std::string> FirstPageId(std::string_view target_list) {
+  const auto list = Parse(target_list);
+  if (!list || !list->is_array()) return std::nullopt;
+  for (const json& target : *list)
+    if (IsPage(target)) return StringField(target, "id");
+  return std::nullopt;
+}
+
+bool IsBrowserVersion(std::string_view version) {
+  const auto value = Parse(version);
+  return value && StringField(*value, "Browser").has_value();
+}
+
+std::string NewTabTarget(std::string_view url) {
+  static constexpr char kHex[] = "0123456789ABCDEF";
+  std::string target = "/json/new?";
+  for (const char c : url) {
+    const auto byte = static_cast<unsigned char>(c);
+    const bool unreserved = (byte >= 'A' && byte <= 'Z') || (byte >= 'a' && byte <= 'z') ||
+                            (byte >= '0' && byte <= '9') || c == '-' || c == '.' || c == '_' ||
+                            c == '~';
+    if (unreserved) {
+      target += c;
+    } else {
+      target += '%';
+      target += kHex[byte >> 4];
+      target += kHex[byte & 0xF];
+    }
+  }
+  return target;
+}
+
+std::optional<std::string> NewTabId(std::string_view answer) {
+  const auto value = Parse(answer);
+  if (!value || !IsPage(*value)) return std::nullopt;
+  return StringField(*value, "id");
+}
+
+std::string TabStateScript() {
+  return "[location.href, document.readyState]";
+}
+
+std::optional<TabState> ReadTabState(const json& value) {
+  if (!value.is_array() || value.size() != 2 || !value[0].is_string() || !value[1].is_string())
+    return std::nullopt;
+  return TabState{value[0].get<std::string>(), value[1].get<std::string>()};
 }
 
 std::string EvaluateRequest(int id, std::string_view expression) {

@@ -7,6 +7,8 @@
 #include <string>
 #include <string_view>
 
+#include "sys/browser_port.h"
+
 namespace kx::devtools {
 
 // Where a page's WebSocket listens. The host is always the loopback address;
@@ -21,7 +23,25 @@ std::optional<SocketAddress> ParseSocketUrl(std::string_view url);
 
 // The WebSocket of the first target of type "page" in the text of
 // /json/list; none when there is no such page or the text is not a list.
+// The browser lists its most recently active page first.
 std::optional<SocketAddress> FirstPageSocket(std::string_view target_list);
+// The WebSocket of the page with that id; with an empty id, the first page.
+std::optional<SocketAddress> PageSocket(std::string_view target_list, std::string_view tab);
+// The id of the first page of /json/list; none when it lists no page.
+std::optional<std::string> FirstPageId(std::string_view target_list);
+
+// True for the text of /json/version as a Chromium browser answers it.
+bool IsBrowserVersion(std::string_view version);
+// The request target that opens the address as a new tab: the whole address
+// percent-encoded after "/json/new?", so that spaces, "&", "#" and Japanese
+// text reach the browser unchanged.
+std::string NewTabTarget(std::string_view url);
+// The id of the page target in the answer to /json/new; none otherwise.
+std::optional<std::string> NewTabId(std::string_view answer);
+
+// The expression that reads a tab's address and readyState, and its reading.
+std::string TabStateScript();
+std::optional<TabState> ReadTabState(const nlohmann::json& value);
 
 // A Runtime.evaluate request that returns the expression's value as JSON.
 std::string EvaluateRequest(int id, std::string_view expression);

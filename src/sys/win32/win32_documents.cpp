@@ -9,8 +9,8 @@ std::unique_ptr<PageDocument> Win32Documents::FromWindow(WindowHandle window) {
   return HtmlDocumentOfWindow(window);
 }
 
-std::unique_ptr<PageDocument> Win32Documents::FromDevTools(int port) {
-  return devtools::OpenPage(port);
+std::unique_ptr<PageDocument> Win32Documents::FromDevTools(int port, std::string_view tab) {
+  return devtools::OpenPage(port, tab);
 }
 
 }  // namespace kx::win32

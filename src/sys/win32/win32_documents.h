@@ -8,7 +8,7 @@ namespace kx::win32 {
 class Win32Documents final : public DocumentPort {
  public:
   std::unique_ptr<PageDocument> FromWindow(WindowHandle window) override;
-  std::unique_ptr<PageDocument> FromDevTools(int port) override;
+  std::unique_ptr<PageDocument> FromDevTools(int port, std::string_view tab) override;
 };
 
 }  // namespace kx::win32

@@ -2,6 +2,7 @@
 // The real system: every port implemented on Win32, bundled for the player.
 #include "input/win32/win32_input.h"
 #include "sys/system.h"
+#include "sys/win32/win32_browser.h"
 #include "sys/win32/win32_clipboard.h"
 #include "sys/win32/win32_clock.h"
 #include "sys/win32/win32_dialogs.h"
@@ -24,8 +25,8 @@ class Win32System {
   Win32System& operator=(const Win32System&) = delete;
 
   System Ports() {
-    return System{input_, windows_,  shell_, clipboard_,   dialogs_, clock_,    notify_,
-                  power_, registry_, files_, environment_, random_,  documents_};
+    return System{input_, windows_,  shell_, clipboard_,   dialogs_, clock_,     notify_,
+                  power_, registry_, files_, environment_, random_,  documents_, browser_};
   }
   Win32Notify& notify() { return notify_; }
   Win32Clock& clock() { return clock_; }
@@ -44,6 +45,7 @@ class Win32System {
   Win32Environment environment_;
   Win32Random random_;
   Win32Documents documents_;
+  Win32Browser browser_;
 };
 
 }  // namespace kx::win32
