@@ -130,6 +130,9 @@ void CaptureTool::Show(const Target& target) {
 std::string CaptureTool::LinesFor(const Target& target) {
   const std::string& path = target.path;
   const auto line = [](std::string text) { return text + std::string(kLineBreak); };
+  // A window the path cannot name (one without a class) gives no line of any
+  // kind.
+  if (path.empty()) return "";
   switch (kind_) {
     case CaptureKind::kWindow:
       return line("W " + t_.windows.ClassName(target.topLevel) + "," +
@@ -139,7 +142,6 @@ std::string CaptureTool::LinesFor(const Target& target) {
     default:
       break;
   }
-  if (path.empty()) return "";
   switch (kind_) {
     case CaptureKind::kGetText: {
       const MessageResult answer = t_.dialogs.MessageBox(t_.view.Handle(), kPathOrPointQuestion,

@@ -1,4 +1,8 @@
 // Menu commands that write lines into the editor.
+#include <algorithm>
+#include <cstdint>
+#include <iterator>
+
 #include "gui/main_controller.h"
 #include "player/macro_line.h"
 #include "player/macro_lint.h"
@@ -6,6 +10,26 @@
 #include "util/basic_text.h"
 
 namespace kx::gui {
+
+namespace {
+
+// A size as a person reads it: "512 バイト", "1.5 KB", "230.0 MB".
+std::string ByteSizeText(std::int64_t bytes) {
+  constexpr std::int64_t kStep = 1024;
+  constexpr std::string_view kUnits[] = {"KB", "MB", "GB", "TB"};
+  if (bytes < kStep) return std::to_string(std::max<std::int64_t>(bytes, 0)) + " バイト";
+  std::size_t unit = 0;
+  std::int64_t scale = kStep;
+  while (unit + 1 < std::size(kUnits) && bytes >= scale * kStep) {
+    scale *= kStep;
+    ++unit;
+  }
+  const std::int64_t tenths = (bytes * 10 + scale / 2) / scale;
+  return std::to_string(tenths / 10) + "." + std::to_string(tenths % 10) + " " +
+         std::string(kUnits[unit]);
+}
+
+}  // namespace
 
 void MainController::Insert(const MenuEntry& entry) {
   view_.InsertAtCaret(InsertedText(entry));
@@ -81,10 +105,17 @@ void MainController::TidyRecording() {
   ShowStatus("記録を整理しました (" + count(before) + "行 → " + count(tidied.text) + "行)");
 }
 
+// The program asks once, with what the bin holds, and the system is told not
+// to ask again; an empty bin asks nothing.
 void MainController::EmptyRecycleBin() {
-  const auto answer = ports_.system.dialogs.MessageBox(
-      mainWindow_, "ごみ箱を空にしますか？", "ファイル削除の確認", MessageStyle::kOkCancelQuestion);
-  if (answer == MessageResult::kOk) ports_.system.power.Clean(Cleanup::kRecycle);
+  const RecycleBinContents contents = ports_.system.power.QueryRecycleBin();
+  if (contents.items <= 0) return;
+  const std::string question = "ごみ箱を空にしますか？\r\n\r\nファイル総数 " +
+                               std::to_string(contents.items) + "個 (" +
+                               ByteSizeText(contents.bytes) + ")";
+  const auto answer = ports_.system.dialogs.MessageBox(mainWindow_, question, "ファイル削除の確認",
+                                                       MessageStyle::kOkCancelQuestion);
+  if (answer == MessageResult::kOk) ports_.system.power.EmptyRecycleBinUnasked();
 }
 
 std::vector<LintWarning> MainController::Lint() {

@@ -124,6 +124,12 @@ void MainController::OnHotkey(int id) {
 void MainController::ShowOrHide() {
   if (view_.Visible()) {
     view_.Show(ShowMode::kHidden);
+  } else if (!shownOnce_) {
+    // Started hidden: the first show is in the stored state (maximised
+    // with WinState 2).
+    view_.Show(ShowMode::kNormal);
+    shownOnce_ = true;
+    view_.FocusEditor();
   } else {
     view_.Show(view_.State() == WindowState::kMinimized ? ShowMode::kRestored : ShowMode::kShown);
     view_.FocusEditor();

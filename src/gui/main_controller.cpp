@@ -273,8 +273,9 @@ void MainController::OnTimer(Timer timer) {
   }
 }
 
+// The tray icon does what the show/hide hotkey does.
 void MainController::OnTrayClick() {
-  view_.ToggleVisible();
+  ShowOrHide();
 }
 
 // --- commands ----------------------------------------------------------------
@@ -293,6 +294,11 @@ void MainController::Play() {
 // Runs after every call that may have played: a close requested during the
 // play is carried out now that the player has returned.
 void MainController::AfterPlay() {
+  if (destroyPending_ && !player_.Playing()) {
+    destroyPending_ = false;
+    view_.Close();
+    return;
+  }
   if (closePending_ && !player_.Playing()) {
     closePending_ = false;
     RequestClose();
@@ -331,6 +337,19 @@ void MainController::RequestClose() {
   Shutdown();
   closed_ = true;
   view_.Close();
+}
+
+void MainController::OnSessionEnd() {
+  if (closed_) return;
+  const bool playing = player_.Playing();
+  player_.Abort();
+  closePending_ = false;
+  Shutdown();
+  closed_ = true;
+  if (playing)
+    destroyPending_ = true;
+  else
+    view_.Close();
 }
 
 void MainController::Clear() {

@@ -58,6 +58,10 @@ class MainController final : public PlayerView, public RecorderHookSink, private
   StartResult StartUp();
   // Closes the window: stops a play first and closes once it has returned.
   void RequestClose();
+  // Windows ends the session (log-off, shut-down) and may end the process
+  // as soon as this returns: everything the close writes is written now, a
+  // running play is stopped, and the window closes once the play returned.
+  void OnSessionEnd();
   bool Closed() const { return closed_; }
   // Lets go of every key and button a macro holds down; the program's last
   // act when it ends by a failure.
@@ -234,7 +238,9 @@ class MainController final : public PlayerView, public RecorderHookSink, private
   std::uint32_t statusShownAt_ = 0;                       // tick count of the last message
   bool statusHeld_ = false;                               // a message is young enough to stay
   EditorMode editorMode_ = EditorMode::kNumbersAndRuler;  // shown again after `Hide`
+  bool shownOnce_ = false;  // "/h" leaves the window unshown until the first show
   bool closePending_ = false;
+  bool destroyPending_ = false;  // the session ended during a play: written, not yet closed
   bool closed_ = false;
   std::vector<int> registeredHotkeys_;
   std::vector<int> refusedHotkeys_;

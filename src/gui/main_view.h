@@ -128,9 +128,6 @@ class MainView {
   // --- the window ---
   virtual void Show(ShowMode mode) = 0;
   virtual bool Visible() = 0;
-  // Hidden or minimised windows come back normal and to the front; a
-  // visible one is hidden (the show/hide hotkey and the tray icon).
-  virtual void ToggleVisible() = 0;
   virtual void FocusEditor() = 0;
   virtual void BringToFront() = 0;
   virtual WindowState State() = 0;

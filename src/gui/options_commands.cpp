@@ -16,8 +16,11 @@ void MainController::OpenOptions() {
   if (player_.Playing()) return;
   FilePort& files = ports_.system.files;
   const std::string app = files.AppFolder();
-  OptionsDialog dialog(settings_, ports_.system.registry, JoinPath(files, app, "macro"),
-                       JoinPath(files, app, kProgramFileName),
+  // The dialog shows the file as it is now, so that an edit made with a text
+  // editor while the program runs is seen and not overwritten on OK. The
+  // menu-mirrored keys it does not show stay as the menu has them.
+  OptionsDialog dialog(ReadSettings(ports_.settings), ports_.system.registry,
+                       JoinPath(files, app, "macro"), JoinPath(files, app, kProgramFileName),
                        [this](const OptionsValues& values) { ConfirmOptions(values); });
   view_.ShowOptionsDialog(dialog);
 }

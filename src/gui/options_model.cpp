@@ -32,6 +32,10 @@ bool ShownByAnotherRow(const std::vector<HotkeyRow>& rows, std::string_view disp
   return false;
 }
 
+bool Blank(std::string_view text) {
+  return text.find_first_not_of(' ') == std::string_view::npos;
+}
+
 template <typename Row>
 bool ValidRow(const std::vector<Row>& rows, int row) {
   return row >= 0 && row < static_cast<int>(rows.size());
@@ -152,6 +156,7 @@ OptionsDialog::OptionsDialog(const Settings& settings, RegistryPort& registry,
 ListEdit OptionsDialog::AddHotkey(const HotkeyChoice& hotkey, std::string_view display,
                                   std::string_view path) {
   if (hotkey.key == 0) return ListEdit::kNothing;
+  if (Blank(path)) return ListEdit::kNoMacro;
   if (ShownByAnotherRow(values.hotkeys, display, -1)) return ListEdit::kDuplicate;
   values.hotkeys.push_back(
       {std::string(display), std::string(path), HotkeyEntryText(hotkey, display, path)});
@@ -161,6 +166,7 @@ ListEdit OptionsDialog::AddHotkey(const HotkeyChoice& hotkey, std::string_view d
 ListEdit OptionsDialog::ChangeHotkey(int row, const HotkeyChoice& hotkey, std::string_view display,
                                      std::string_view path) {
   if (!ValidRow(values.hotkeys, row) || hotkey.key == 0) return ListEdit::kNothing;
+  if (Blank(path)) return ListEdit::kNoMacro;
   if (ShownByAnotherRow(values.hotkeys, display, row)) return ListEdit::kDuplicate;
   values.hotkeys[static_cast<std::size_t>(row)] = {std::string(display), std::string(path),
                                                    HotkeyEntryText(hotkey, display, path)};

@@ -20,6 +20,9 @@ namespace kx::gui {
 
 inline constexpr char kOptionsTitle[] = "Kestrelix オプション";
 inline constexpr char kDuplicateHotkeyMessage[] = "既に同じホットキーが登録されています";
+// A per-macro hotkey without its file would play nothing; the words are the
+// file box's own tip.
+inline constexpr char kNoMacroFileMessage[] = "マクロファイルを指定してください";
 
 // The schedule's kinds in the order of their option buttons.
 inline constexpr std::string_view kScheduleKinds[] = {"停止", "起動後", "インターバル", "毎日"};
@@ -84,6 +87,7 @@ EditorMode EditorModeFromTextMode(int textMode);
 enum class ListEdit {
   kDone,
   kDuplicate,  // the hotkey's display text is another row's: show the message
+  kNoMacro,    // a hotkey without a macro file: show the message
   kNothing,    // no row selected, no hotkey captured or no kind chosen
 };
 

@@ -3,12 +3,14 @@
 #include <algorithm>
 
 #include "player/play_speed.h"
+#include "util/basic_text.h"
 
 namespace kx {
 
 namespace {
 constexpr int kLowestPort = 1;
 constexpr int kHighestPort = 65535;
+constexpr int kMaxLoopCount = 9999;
 }  // namespace
 
 PlayerOptions PlayerOptionsFromSettings(const Settings& settings) {
@@ -34,7 +36,12 @@ PlayerOptions PlayerOptionsFromSettings(const Settings& settings) {
 
 int LoopCountFromSettings(const Settings& settings) {
   // The box accepts 0 to 9999.
-  return settings.loop ? std::clamp(settings.loopCnt, 0, 9999) : 1;
+  return settings.loop ? std::clamp(settings.loopCnt, 0, kMaxLoopCount) : 1;
+}
+
+int LoopCountFromText(std::string_view text) {
+  if (!basic::IsNumeric(text)) return 1;
+  return static_cast<int>(std::clamp(basic::Val(text), 0.0, double{kMaxLoopCount}));
 }
 
 HotkeyChord PlayHotkeyFromSettings(const Settings& settings) {

@@ -1,5 +1,7 @@
 #pragma once
 // What the player and its hotkeys take from the settings at start-up.
+#include <string_view>
+
 #include "player/player.h"
 #include "settings/settings.h"
 
@@ -12,6 +14,9 @@ PlayerOptions PlayerOptionsFromSettings(const Settings& settings);
 // The loop-count box: the stored count when the box is remembered ("Loop"),
 // else the box's own start value of 1.
 int LoopCountFromSettings(const Settings& settings);
+// The loop-count box's text as a count: a number as it stands, kept within
+// 0-9999; anything else (text pasted into the box, or none) counts 1.
+int LoopCountFromText(std::string_view text);
 
 struct HotkeyChord {
   int modifiers = 0;

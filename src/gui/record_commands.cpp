@@ -40,6 +40,7 @@ void MainController::StartRecording() {
 
 void MainController::StopRecording() {
   if (!recording_) return;
+  AppendRecorded(recorder_.Stop());
   recording_ = false;
   // The sampling timer goes on for a rapid-fire mode that watches keys.
   const RapidMode rapid = rapid_.Mode();

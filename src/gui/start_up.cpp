@@ -8,6 +8,7 @@
 #include "gui/options_model.h"
 #include "gui/player_settings.h"
 #include "input/key_codes.h"
+#include "player/play_speed.h"
 #include "settings/settings_lists.h"
 #include "text/macro_text.h"
 
@@ -16,6 +17,8 @@ namespace kx::gui {
 namespace {
 
 constexpr int kBundleShown = 1;
+constexpr std::string_view kNoPerformanceCounterMessage =
+    "ハードウェアが高分解能パフォーマンスカウンタをサポートしていません";
 
 WindowState StoredState(int winState) {
   // A window minimised at the last exit comes back normal.
@@ -28,6 +31,10 @@ WindowState StoredState(int winState) {
 StartResult MainController::StartUp() {
   settings_ = ReadSettings(ports_.settings);
   player_.Options() = PlayerOptionsFromSettings(settings_);
+  // The speed comes from `rate` at the end of the start-up, after the
+  // command-line run: a macro run from the command line plays at normal
+  // speed.
+  player_.Options().speedFactor = kPlaySpeeds[0].factor;
 
   // The Play hotkey comes first, so that it can stop a command-line macro.
   if (const HotkeyChord play = PlayHotkeyFromSettings(settings_); play.Registered()) {
@@ -39,8 +46,10 @@ StartResult MainController::StartUp() {
   if (ports_.system.clock.HasPerformanceCounter()) {
     if (const auto id = MenuIdFor(Command::kToggleOption, "Time"))
       view_.CheckMenuItem(*id, settings_.time);
-  } else if (const auto id = MenuIdFor(Command::kToggleOption, "Time")) {
-    view_.EnableMenuItem(*id, false);
+  } else {
+    if (const auto id = MenuIdFor(Command::kToggleOption, "Time")) view_.EnableMenuItem(*id, false);
+    // The user learns why 時間記録 cannot be chosen.
+    ShowStatus(kNoPerformanceCounterMessage);
   }
 
   const auto tokens = SplitCommandLine(ports_.system.environment.CommandLine());
@@ -85,10 +94,12 @@ StartResult MainController::StartUp() {
     WriteSetting(ports_.settings, settings_, "Bundle2");
   }
 
-  if (switches.hidden)
+  if (switches.hidden) {
     view_.Show(ShowMode::kHidden);
-  else
+  } else {
     view_.Show(switches.minimized ? ShowMode::kMinimized : ShowMode::kNormal);
+    shownOnce_ = true;
+  }
   view_.StartTimer(Timer::kWindow, kWindowTimerMs);
   return StartResult::kRunning;
 }
@@ -106,7 +117,7 @@ bool MainController::RunCommandLineMacro(const std::vector<std::string>& tokens)
   if (path) {
     view_.SetEditorText(sReadText(ports_.system.files, *path));
     currentPath_ = *path;
-    view_.SetLoopCount(LoopCountFromSettings(settings_));
+    // The loop-count box still has its initial value: LoopCnt comes later.
     player_.PlayOrStop();
   }
   if (settings_.tray) view_.SetTrayIcon(false);
@@ -148,7 +159,8 @@ void MainController::Shutdown() {
   if (view_.Watch().IsOpen()) OnWatchClosed();
   settings_.split = view_.SplitTwips();
   if (settings_.loop) settings_.loopCnt = view_.LoopCount();
-  const WindowState state = view_.State();
+  // A window never shown ("/h") keeps the state it was stored with.
+  const WindowState state = shownOnce_ ? view_.State() : StoredState(settings_.winState);
   settings_.winState = static_cast<int>(state);
   if (state == WindowState::kNormal) {
     const PlacementTwips p = view_.Placement();

@@ -1,9 +1,31 @@
 #include "player/line_runner.h"
 
+#include <algorithm>
+#include <iterator>
+
 #include "eval/evaluator.h"
 #include "util/basic_text.h"
 
 namespace kx {
+
+namespace {
+
+// Commands that wait on purpose: for a window, a program, the clipboard, a
+// page, the user. Their time is no lateness of the player, so the timeline
+// starts again where they end and the next wait keeps its full length.
+constexpr LineForm kWaitingForms[] = {
+    LineForm::kWindow,   LineForm::kMacroFile, LineForm::kFile,         LineForm::kHttp,
+    LineForm::kPaste,    LineForm::kPasteKeep, LineForm::kPasteRestore, LineForm::kPower,
+    LineForm::kDelete,   LineForm::kPage,      LineForm::kDebug,        LineForm::kMsgBox,
+    LineForm::kRegistry,
+};
+
+bool WaitsOnPurpose(LineForm form) {
+  return std::find(std::begin(kWaitingForms), std::end(kWaitingForms), form) !=
+         std::end(kWaitingForms);
+}
+
+}  // namespace
 
 std::string LineRunner::Run(std::string_view line) {
   const std::string_view raw = RawLine(line);
@@ -20,7 +42,9 @@ std::string LineRunner::Run(std::string_view line) {
     return key;
   }
   if (SkippingSwitchRegion()) return key;
-  RunForm(ClassifyLine(substituted, key, sys_.files), key);
+  const ClassifiedLine command = ClassifyLine(substituted, key, sys_.files);
+  RunForm(command, key);
+  if (WaitsOnPurpose(command.form)) p_.timeline_.Restart();
   return key;
 }
 
@@ -192,7 +216,10 @@ void LineRunner::KeyLine(std::string_view key) {
   if (p_.currentLine_ == 0 && key.starts_with("loop")) return;
   // Anything else is first offered to the shell: a line naming a program or
   // document opens it. "/", "\" and "." are never offered.
-  if (key != "/" && key != "\\" && key != "." && OpenWithShell(key)) return;
+  if (key != "/" && key != "\\" && key != "." && OpenWithShell(key)) {
+    p_.timeline_.Restart();
+    return;
+  }
   input_.PressKey(KeyCodeFromWord(key, sys_.input));
 }
 

@@ -6,10 +6,12 @@
 // adding up over a long macro. A play that is behind catches up: a wait line
 // may give up to half of its length for it, a line pause only a millisecond,
 // because the line pause is there to keep the input from outrunning the
-// program that receives it. A play far behind its timeline (a window that
-// was waited for, a message box, a nested macro file, or many late steps)
-// starts the timeline afresh from now rather than rushing through the waits
-// that follow, and so does the start or resumption of a play.
+// program that receives it. Only the player's own lateness is made up: a
+// command that waits on purpose (for a window, the clipboard, a program, a
+// page, a message box) starts the timeline afresh where it ends, as do the
+// start and the resumption of a play, and so does a play far behind its
+// timeline after many late steps, rather than rushing through the waits
+// that follow.
 #include <cstdint>
 
 #include "sys/clock_port.h"
@@ -27,7 +29,8 @@ class Timeline {
  public:
   explicit Timeline(ClockPort& clock) : clock_(clock) {}
 
-  // The timeline starts from now (the start or the resumption of a play).
+  // The timeline starts from now (the start or the resumption of a play, the
+  // end of a command that waits on purpose).
   void Restart();
   // A wait line: pumps messages until the next deadline has passed, and
   // returns at once when `playing` is cleared.

@@ -112,9 +112,11 @@ void LineRunner::RunMacroFile(std::string_view argument) {
 }
 
 bool LineRunner::OpenWithShell(std::string_view target) {
-  // The file's own folder is the working folder.
+  // A file's own folder is the working folder; an address has none.
   std::string_view folder;
-  if (const auto slash = target.find_last_of("\\/"); slash != std::string_view::npos)
+  const bool address =
+      target.find("://") != std::string_view::npos || basic::LCase(target.substr(0, 4)) == "http";
+  if (const auto slash = target.find_last_of("\\/"); !address && slash != std::string_view::npos)
     folder = target.substr(0, slash);
   return sys_.shell.Open(target, folder);
 }

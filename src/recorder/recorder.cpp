@@ -135,6 +135,18 @@ std::string Recorder::ReleaseLine() {
   return {};
 }
 
+std::string Recorder::Stop() {
+  std::string out;
+  for (std::size_t i = 0; i < tracked_.size(); ++i) {
+    Tracked& t = tracked_[i];
+    if (!t.recordedDown) continue;
+    t.recordedDown = false;
+    out += IsButton(t.vk) ? ButtonLine(t.vk, false) : std::string(kTrackedKeys[i].upLine);
+    out += kLineEnd;
+  }
+  return out;
+}
+
 std::string Recorder::Tick() {
   for (Tracked& t : tracked_) t.downNow = false;
   std::string line;

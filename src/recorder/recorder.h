@@ -43,6 +43,10 @@ class Recorder {
   // recorded.
   void Start(const RecorderOptions& options, WindowHandle ownWindow);
   void SetOptions(const RecorderOptions& options) { options_ = options; }
+  // The end of a recording: the "Up" lines of every key and button recorded
+  // as down and not yet as up, in the tracked order, so that the recording
+  // never replays as a stuck key.
+  std::string Stop();
 
   // One tick of the sampling timer: at most one press (the highest key code
   // down) or else one release, in the tracked order.

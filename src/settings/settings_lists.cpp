@@ -4,6 +4,8 @@ namespace kx {
 
 namespace {
 
+constexpr std::size_t kHotkeyFields = 4;  // key, modifiers, display text, path
+
 std::vector<std::string_view> Split(std::string_view text, std::string_view separator) {
   std::vector<std::string_view> pieces;
   std::size_t start = 0;
@@ -32,21 +34,31 @@ int LeadingNumber(std::string_view text) {
 
 }  // namespace
 
+// Read field by field rather than split at "||": an entry whose last field
+// is empty ends in "|", which with the separator makes "|||", and any field
+// may be empty. An entry is four fields; the separator leaves one empty
+// field between entries, and an empty entry two.
 std::vector<ScriptHotkey> ParseHotkeyList(std::string_view value) {
   std::vector<ScriptHotkey> hotkeys;
   if (value.empty()) return hotkeys;
-  const std::vector<std::string_view> entries = Split(value, "||");
-  for (std::size_t n = 0; n < entries.size(); ++n) {
-    if (entries[n].empty()) continue;
-    const std::vector<std::string_view> fields = Split(entries[n], "|");
-    auto field = [&](std::size_t i) { return i < fields.size() ? fields[i] : std::string_view(); };
+  const std::vector<std::string_view> fields = Split(value, "|");
+  const auto field = [&](std::size_t i) {
+    return i < fields.size() ? fields[i] : std::string_view();
+  };
+  int n = 0;
+  for (std::size_t i = 0; i < fields.size(); ++n) {
+    if (fields[i].empty() && (i + 1 >= fields.size() || fields[i + 1].empty())) {
+      i += 2;
+      continue;
+    }
     ScriptHotkey hotkey;
-    hotkey.id = kFirstScriptHotkeyId + static_cast<int>(n);
-    hotkey.virtualKey = LeadingNumber(field(0));
-    hotkey.modifiers = LeadingNumber(field(1));
-    hotkey.display = field(2);
-    hotkey.path = field(3);
+    hotkey.id = kFirstScriptHotkeyId + n;
+    hotkey.virtualKey = LeadingNumber(field(i));
+    hotkey.modifiers = LeadingNumber(field(i + 1));
+    hotkey.display = field(i + 2);
+    hotkey.path = field(i + 3);
     hotkeys.push_back(std::move(hotkey));
+    i += kHotkeyFields + 1;
   }
   return hotkeys;
 }

@@ -19,9 +19,10 @@ struct ScriptHotkey {
   bool operator==(const ScriptHotkey&) const = default;
 };
 
-// Entries separated by "||", fields by "|"; empty entries are skipped but
-// still count for the ids. Missing fields are empty, numbers that are not
-// numbers read as 0.
+// Entries separated by "||", four fields each separated by "|"; any field
+// may be empty. Empty entries are skipped but still count for the ids. The
+// last entry may lack fields (they are empty); numbers that are not numbers
+// read as 0.
 std::vector<ScriptHotkey> ParseHotkeyList(std::string_view value);
 std::string FormatHotkeyList(const std::vector<ScriptHotkey>& hotkeys);
 

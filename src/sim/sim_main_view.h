@@ -170,10 +170,6 @@ class SimMainView final : public gui::MainView {
     if (mode == gui::ShowMode::kRestored) state = gui::WindowState::kNormal;
   }
   bool Visible() override { return visible; }
-  void ToggleVisible() override {
-    visible = !visible || state == gui::WindowState::kMinimized;
-    if (visible) state = gui::WindowState::kNormal;
-  }
   void FocusEditor() override { ++editorFocused; }
   void BringToFront() override { ++broughtToFront; }
   gui::WindowState State() override { return state; }

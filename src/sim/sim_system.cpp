@@ -292,11 +292,14 @@ std::unique_ptr<PageDocument> SimSystem::FromDevTools(int port, std::string_view
 
 // --- shell, clipboard, dialogs ---
 
-bool SimSystem::Open(std::string_view file, std::string_view) {
+bool SimSystem::Open(std::string_view file, std::string_view workingFolder) {
   const std::string lower = Lower(file);
   const bool ok = lower.starts_with("http") || lower.starts_with("www.") || IsFile(file) ||
                   programs_.count(lower) > 0;
-  Record("open", {{"target", file}, {"ok", ok}});
+  Json fields = {{"target", file}};
+  if (!workingFolder.empty()) fields["folder"] = workingFolder;
+  fields["ok"] = ok;
+  Record("open", std::move(fields));
   return ok;
 }
 
@@ -428,6 +431,10 @@ void SimSystem::Power(PowerAction action) {
 }
 void SimSystem::Clean(kx::Cleanup what) {
   Record("cleanup", {{"what", CleanupWord(what)}});
+}
+void SimSystem::EmptyRecycleBinUnasked() {
+  Record("cleanup", {{"what", "recycle"}, {"unasked", true}});
+  recycleBin = {};
 }
 bool SimSystem::SetRegeditLastKey(std::string_view path) {
   regeditKey_ = std::string(path);

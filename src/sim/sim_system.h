@@ -193,6 +193,10 @@ class SimSystem final : public InputPort,
   // --- PowerPort ---
   void Power(PowerAction action) override;
   void Clean(kx::Cleanup what) override;
+  RecycleBinContents QueryRecycleBin() override { return recycleBin; }
+  void EmptyRecycleBinUnasked() override;
+  // What QueryRecycleBin answers; emptying it leaves it empty.
+  RecycleBinContents recycleBin;
 
   // --- RegistryPort ---
   bool SetRegeditLastKey(std::string_view path) override;

@@ -26,6 +26,44 @@ bool In(std::uint8_t b, int low, int high) {
   return b >= low && b <= high;
 }
 
+// True when the bytes are well-formed UTF-8 from first to last (no overlong
+// forms, surrogates or code points past U+10FFFF) and hold at least one
+// character outside ASCII.
+bool IsMultiByteUtf8(const Bytes& bytes) {
+  bool multiByte = false;
+  for (std::size_t i = 0; i < bytes.size();) {
+    const std::uint8_t lead = bytes[i];
+    if (lead < 0x80) {
+      ++i;
+      continue;
+    }
+    // The lead byte decides the length and the range of the second byte.
+    int length = 0;
+    int low = 0x80;
+    int high = 0xBF;
+    if (In(lead, 0xC2, 0xDF)) {
+      length = 2;
+    } else if (In(lead, 0xE0, 0xEF)) {
+      length = 3;
+      if (lead == 0xE0) low = 0xA0;
+      if (lead == 0xED) high = 0x9F;
+    } else if (In(lead, 0xF0, 0xF4)) {
+      length = 4;
+      if (lead == 0xF0) low = 0x90;
+      if (lead == 0xF4) high = 0x8F;
+    } else {
+      return false;
+    }
+    if (i + static_cast<std::size_t>(length) > bytes.size() || !In(bytes[i + 1], low, high))
+      return false;
+    for (int k = 2; k < length; ++k)
+      if (!In(bytes[i + static_cast<std::size_t>(k)], 0x80, 0xBF)) return false;
+    multiByte = true;
+    i += static_cast<std::size_t>(length);
+  }
+  return multiByte;
+}
+
 // The byte at index i when the array has one, so that checks past the end
 // are simply not made.
 bool ByteAt(const Bytes& bytes, long i, std::uint8_t& out) {
@@ -243,6 +281,10 @@ std::string_view JudgeCode(const Bytes& bytes) {
   if (bytes.size() >= 3 && bytes[0] == 0xEF && bytes[1] == 0xBB && bytes[2] == 0xBF)
     return kEncodingUtf8;
   if (bytes.size() >= 2 && bytes[0] == 0xFF && bytes[1] == 0xFE) return kEncodingUnicode;
+  // Editors save UTF-8 without a mark by default, and the scorers read a
+  // mostly-ASCII file with a few such characters as Shift_JIS. Text in the
+  // other encodings is hardly ever well-formed UTF-8 for long.
+  if (IsMultiByteUtf8(bytes)) return kEncodingUtf8;
 
   const int last =
       static_cast<int>(std::min<std::size_t>(bytes.size(), kWindowBytes)) - 1;  // may be -1

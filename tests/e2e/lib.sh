@@ -82,6 +82,16 @@ expect_eq() {
   [ "$2" = "$3" ] || fail "$1: expected [$3], got [$2]"
 }
 
+# A setting.ini as text: the program creates it as UTF-16, a file written by
+# hand stays in the encoding it had.
+ini_text() {
+  if [ "$(head -c2 "$1" | od -An -tx1 | tr -d ' ')" = fffe ]; then
+    iconv -f UTF-16 -t UTF-8 "$1" | tr -d '\r'
+  else
+    tr -d '\r' <"$1"
+  fi
+}
+
 shot() { import -window root "$WORK/$1.png" 2>/dev/null || true; }
 
 # Like expect_eq on the output of a command, but waits up to 5 s for it: the

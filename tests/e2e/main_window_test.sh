@@ -36,16 +36,6 @@ close_app() {
   done
 }
 
-# setting.ini as text: the program creates it as UTF-16, a file written by
-# hand stays in the encoding it had.
-ini_text() {
-  if [ "$(head -c2 "$app/setting.ini" | od -An -tx1 | tr -d ' ')" = fffe ]; then
-    iconv -f UTF-16 -t UTF-8 "$app/setting.ini" | tr -d '\r'
-  else
-    tr -d '\r' <"$app/setting.ini"
-  fi
-}
-
 # --- a fresh start -----------------------------------------------------------
 fresh_app
 start_app
@@ -83,7 +73,7 @@ Y=0
 H=6000
 W=5200
 rate=0"
-expect_eq "setting.ini after a fresh start and close" "$(ini_text)" "$expected_fresh"
+expect_eq "setting.ini after a fresh start and close" "$(ini_text "$app/setting.ini")" "$expected_fresh"
 
 # --- menu help, a key item and the play speed ---------------------------------
 start_app
@@ -103,7 +93,7 @@ xdotool key alt+p Down Down Down
 robot_expect_text "help of 2倍速" "再生速度 - 2倍速" "${main[@]}" --ctl-class msctls_statusbar32
 xdotool key Return
 close_app
-grep -qx 'rate=1' <<<"$(ini_text)" || fail "rate after choosing 2倍速: $(ini_text)"
+grep -qx 'rate=1' <<<"$(ini_text "$app/setting.ini")" || fail "rate after choosing 2倍速: $(ini_text "$app/setting.ini")"
 
 # --- settings written by hand -------------------------------------------------
 fresh_app
@@ -114,6 +104,10 @@ start_app
 rect=$(robot find "${main[@]}" | robot_field rect)
 expect_eq "window placed from X Y W H (twips at 96 dpi)" "$rect" "100,50,500,500"
 robot_expect_text "loop count from LoopCnt" "7" "${main[@]}" --ctl-class Edit --ctl-id 1004
+# Tray on: the window is owned (by a hidden window), so it has no task-bar
+# button beside the tray icon.
+owner=$(robot find "${main[@]}" | robot_field owner)
+[ "$owner" != 0x00000000 ] || fail "Tray on and the main window is not owned"
 robot_expect_text "the start-up macro" "start" "${main[@]}" --ctl-class Edit --ctl-id 1
 # TextMode 2: a plain box, without line numbers beside it.
 editor=$(robot controls "${main[@]}" --ctl-class KestrelixTextEditor | robot_field client)
@@ -121,7 +115,7 @@ inner=$(robot controls "${main[@]}" --ctl-class Edit --ctl-id 1 | robot_field cl
 expect_eq "plain editor starts where its frame starts" "${inner%%,*}" "${editor%%,*}"
 shot by_hand
 close_app
-ini=$(ini_text)
+ini=$(ini_text "$app/setting.ini")
 for line in X=1500 Y=750 W=6000 H=6750 LoopCnt=7 Top=-1 Tray=-1; do
   grep -qx "$line" <<<"$ini" || fail "$line kept: $ini"
 done
@@ -136,7 +130,7 @@ for switch in /m /h; do
     /h) expect_eq "visible with /h" "$visible" "0" ;;
   esac
   close_app
-  ini=$(ini_text)
+  ini=$(ini_text "$app/setting.ini")
   for line in X=1500 Y=750 W=6000 H=6750; do
     grep -qx "$line" <<<"$ini" || fail "$switch changed the stored position: $ini"
   done

@@ -214,6 +214,18 @@ TEST_F(CaptureTest, EveryKindWritesItsLineAtTheCaret) {
   }
 }
 
+TEST_F(CaptureTest, AWindowWithoutAPathWritesNothingWhateverTheKind) {
+  const Point inNameless{950, 150};
+  sim.AddWindow({0, "", "名無し", {900, 100, 990, 200}});
+  for (const char* kind : {"w", "gt", "st", "ad", "bc", "cc", "pw"}) {
+    Open(kind);
+    AltClick(inNameless);
+    EXPECT_EQ(view.text, "") << kind;
+    controller.OnCaptureClosed();
+  }
+  EXPECT_TRUE(sim.trace().OfKind("msgbox").empty());
+}
+
 TEST_F(CaptureTest, GetTextAsksForThePathOrThePoint) {
   Open("gt");
   sim.QueueMessageBoxAnswer(MessageResult::kYes);

@@ -114,6 +114,7 @@ TEST_F(CommandsTest, MenuHelpFollowsTheHighlightedItemAndResetsWhenTheMenuCloses
       {"マウスクリック記録", "マウスクリック操作を記録します"},
       {"時間記録", "操作の時間間隔を記録します"},
       {"再生行表示", "再生中は実行されている行に色が付きます"},
+      {"タイムスタンプ", "操作時の年月日をコメントで記録します"},
       {"オプション画面表示", "オプション画面を表示"},
       {"ReadMeを開く", "ReadMe.txtを開きます"},
   };
@@ -181,6 +182,41 @@ TEST_F(CommandsTest, InsertItemsPutTheirWordAtTheCaret) {
     view.caret = 1;
     controller.OnMenuCommand(ItemId(caption));
     EXPECT_EQ(view.text, "a" + std::string(text) + "b") << caption;
+  }
+}
+
+TEST_F(CommandsTest, EmptyingTheRecycleBinAsksOnceWithWhatItHolds) {
+  const struct {
+    RecycleBinContents contents;
+    MessageResult answer;
+    std::string question;  // empty: nothing asked
+    bool emptied;
+  } cases[] = {
+      {{0, 0}, MessageResult::kOk, "", false},
+      {{3, 1536}, MessageResult::kCancel, "ファイル総数 3個 (1.5 KB)", false},
+      {{12, 512}, MessageResult::kOk, "ファイル総数 12個 (512 バイト)", true},
+      {{1, 5 * 1024 * 1024 + 104858}, MessageResult::kOk, "ファイル総数 1個 (5.1 MB)", true},
+  };
+  for (const auto& c : cases) {
+    sim.trace().Clear();
+    sim.recycleBin = c.contents;
+    if (!c.question.empty()) sim.QueueMessageBoxAnswer(c.answer);
+    controller.OnMenuCommand(ItemId("ごみ箱を空にする(&E)"));
+    const auto asked = sim.trace().OfKind("msgbox");
+    if (c.question.empty()) {
+      EXPECT_TRUE(asked.empty());
+    } else {
+      ASSERT_EQ(asked.size(), 1u);
+      EXPECT_EQ(asked[0].fields["title"].get<std::string>(), "ファイル削除の確認");
+      EXPECT_EQ(asked[0].fields["text"].get<std::string>(),
+                "ごみ箱を空にしますか？\r\n\r\n" + c.question);
+    }
+    // The system is not let to ask a second time.
+    const auto emptied = sim.trace().OfKind("cleanup");
+    ASSERT_EQ(emptied.size(), c.emptied ? 1u : 0u) << c.question;
+    if (c.emptied) {
+      EXPECT_TRUE(emptied[0].fields["unasked"].get<bool>());
+    }
   }
 }
 

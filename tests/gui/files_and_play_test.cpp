@@ -185,6 +185,21 @@ TEST_F(PlayTest, ClosingDuringAPlayStopsItAndClosesAfterwards) {
   EXPECT_NE(IniText().find("rate=0"), std::string::npos);
 }
 
+TEST_F(PlayTest, TheSessionEndingDuringAPlayWritesAtOnceAndClosesAfterThePlay) {
+  view.SetEditorText("beep\r\n60000\r\nbeep");
+  DuringPlay(50, [&] {
+    controller.OnSessionEnd();
+    // The process may end any moment now: everything is on disk already.
+    EXPECT_NE(IniText().find("Split=1335\r\nWinState=0"), std::string::npos);
+    EXPECT_NE(IniText().find("rate=0"), std::string::npos);
+    EXPECT_EQ(LastFields("keys"), R"("keys":[[16,"up"],[17,"up"],[18,"up"]])");
+    EXPECT_FALSE(view.closed);
+  });
+  controller.OnButton(Button::kPlay);
+  EXPECT_EQ(Count("beep"), 1u);
+  EXPECT_TRUE(view.closed);
+}
+
 TEST_F(PlayTest, PlayAndPauseHotkeysReachThePlayer) {
   view.SetEditorText("beep\r\n1000\r\nbeep");
   DuringPlay(50, [&] { controller.OnHotkey(kHotkeyPause); });

@@ -59,6 +59,20 @@ TEST_F(OptionsTest, ConfirmWritesReRegistersAndTheEditorFollowsAtOnce) {
   EXPECT_EQ(Count("beep"), 1u);
 }
 
+TEST_F(OptionsTest, TheDialogReadsTheFileWhenItOpens) {
+  Start("HotkeyPlay=19\r\nHits=100\r\n");
+  // Edited with a text editor while the program runs.
+  WriteIni("HotkeyPlay=120\r\nHits=250\r\n");
+  OpenOptions([&](OptionsDialog& dialog) {
+    EXPECT_EQ(dialog.values.play, (gui::HotkeyChoice{120, 0}));
+    EXPECT_EQ(dialog.values.hits, "250");
+    dialog.Confirm();
+  });
+  EXPECT_NE(IniText().find("HotkeyPlay=120"), std::string::npos);
+  EXPECT_NE(IniText().find("Hits=250"), std::string::npos);
+  EXPECT_EQ(hotkeys.registered.at(kHotkeyPlay), std::make_pair(0, 120));
+}
+
 TEST_F(OptionsTest, CancelLeavesTheSettingsFileByteForByte) {
   Start("HotkeyPlay=19\r\nAuto=毎日,9:00:00,/m/a.ksx\r\nHits=abc\r\n");
   const auto before = sim.ReadAll(kIni);

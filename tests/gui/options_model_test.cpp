@@ -167,7 +167,7 @@ class OptionsDialogTest : public ::testing::Test {
                        [this](const OptionsValues& v) { confirmed.push_back(v); }};
 };
 
-TEST_F(OptionsDialogTest, HotkeyListRefusesADisplayTextAnotherRowShows) {
+TEST_F(OptionsDialogTest, HotkeyListRefusesADisplayTextAnotherRowShowsAndAMissingFile) {
   EXPECT_EQ(dialog.AddHotkey({65, 2}, "Ctrl + A", "a.ksx"), ListEdit::kDone);
   EXPECT_EQ(dialog.AddHotkey({66, 2}, "Ctrl + B", "b.ksx"), ListEdit::kDone);
   EXPECT_EQ(dialog.AddHotkey({65, 2}, "Ctrl + A", "other.ksx"), ListEdit::kDuplicate);
@@ -175,12 +175,15 @@ TEST_F(OptionsDialogTest, HotkeyListRefusesADisplayTextAnotherRowShows) {
   // is refused, the same chord with another text is taken.
   EXPECT_EQ(dialog.AddHotkey({97, 2}, "Ctrl + B", "c.ksx"), ListEdit::kDuplicate);
   EXPECT_EQ(dialog.AddHotkey({0, 0}, "", "none.ksx"), ListEdit::kNothing);
+  EXPECT_EQ(dialog.AddHotkey({67, 2}, "Ctrl + C", ""), ListEdit::kNoMacro);
+  EXPECT_EQ(dialog.AddHotkey({67, 2}, "Ctrl + C", "  "), ListEdit::kNoMacro);
   ASSERT_EQ(dialog.values.hotkeys.size(), 2u);
   EXPECT_EQ(dialog.values.hotkeys[0].tag, "65|2|Ctrl + A|a.ksx");
 
   // Changing a row to its own text is no duplicate; to another row's is.
   EXPECT_EQ(dialog.ChangeHotkey(0, {65, 2}, "Ctrl + A", "a2.ksx"), ListEdit::kDone);
   EXPECT_EQ(dialog.ChangeHotkey(0, {66, 2}, "Ctrl + B", "a2.ksx"), ListEdit::kDuplicate);
+  EXPECT_EQ(dialog.ChangeHotkey(0, {65, 2}, "Ctrl + A", ""), ListEdit::kNoMacro);
   EXPECT_EQ(dialog.ChangeHotkey(1, {116, 9}, "Win + Alt + F5", "b2.ksx"), ListEdit::kDone);
   EXPECT_EQ(dialog.ChangeHotkey(2, {67, 0}, "C", "x"), ListEdit::kNothing);
   EXPECT_EQ(dialog.ChangeHotkey(-1, {67, 0}, "C", "x"), ListEdit::kNothing);

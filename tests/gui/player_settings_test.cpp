@@ -53,6 +53,13 @@ TEST(PlayerSettings, OddValuesFallBackSafely) {
   EXPECT_FALSE(PlayHotkeyFromSettings(s).Registered());
 }
 
+TEST(PlayerSettings, TheLoopCountBoxReadsAPastedNonNumberAsOne) {
+  const std::pair<std::string_view, int> cases[] = {
+      {"3", 3}, {"0", 0}, {"9999", 9999}, {"abc", 1}, {"", 1}, {"1x", 1}, {"12345", 9999},
+  };
+  for (const auto& [text, count] : cases) EXPECT_EQ(LoopCountFromText(text), count) << text;
+}
+
 TEST(PlaySpeeds, MenuOrderGivesTheFactors) {
   const double expected[] = {1, 0.5, 0.25, 2, 4, 8};
   for (int i = 0; i < 6; ++i) EXPECT_EQ(SpeedFactorFromRate(i), expected[i]);

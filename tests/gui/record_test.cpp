@@ -84,6 +84,25 @@ TEST_F(RecordTest, TheRecordButtonRunsTheRecorderAndStopsIt) {
   EXPECT_EQ(view.text, recorded);
 }
 
+TEST_F(RecordTest, AStoppedRecordingEndsWithTheReleasesItOwes) {
+  Start();
+  controller.OnHotkey(gui::kHotkeyRecord);
+  sim.SetCursorPos({300, 200});
+  Sample(162);
+  sim.SetKeyDown(162, true);
+  sim.SetKeyDown(1, true);
+  sim.Sleep(50);
+  controller.OnTimer(Timer::kRecorder);
+  controller.OnHotkey(gui::kHotkeyRecord);
+  EXPECT_EQ(view.text,
+            "LCtrl Down\r\nLMouse Down (300,200)\r\nLMouse Up (300,200)\r\nLCtrl Up\r\n");
+  // A new recording owes nothing of the last one.
+  controller.OnHotkey(gui::kHotkeyRecord);
+  controller.OnHotkey(gui::kHotkeyRecord);
+  EXPECT_EQ(view.text,
+            "LCtrl Down\r\nLMouse Down (300,200)\r\nLMouse Up (300,200)\r\nLCtrl Up\r\n");
+}
+
 TEST_F(RecordTest, OptionsComeFromTheSettingsAndTheirMenuChecks) {
   Start("MouCl=-1\r\nRecAct=-1\r\nTime=-1\r\n");
   controller.OnMenuCommand(MenuId(Command::kRecord));

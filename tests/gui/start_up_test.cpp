@@ -107,13 +107,22 @@ TEST_F(StartUpTest, MinimisedStartAndCloseLeavesTheStoredPlacement) {
 }
 
 TEST_F(StartUpTest, HiddenStartShowsNothing) {
+  WriteIni("WinState=2\r\n");
   sim.SetCommandLine("/h");
   controller.StartUp();
   EXPECT_EQ(view.shown, ShowMode::kHidden);
   controller.OnHotkey(gui::kHotkeyShowHide);
+  EXPECT_EQ(view.shown, ShowMode::kNormal);  // the first show: maximised, as stored
   EXPECT_TRUE(view.visible);
   controller.OnTrayClick();
   EXPECT_FALSE(view.visible);
+  // The tray icon shows the window as the hotkey does: the editor gets the
+  // focus, and the window keeps its state (a maximised one stays so).
+  view.state = WindowState::kMaximized;
+  controller.OnTrayClick();
+  EXPECT_EQ(view.shown, ShowMode::kShown);
+  EXPECT_EQ(view.editorFocused, 2);
+  EXPECT_EQ(view.broughtToFront, 3);
 }
 
 TEST_F(StartUpTest, RecSwitchStartsRecordingAndSavesTheEditorAtShutdown) {
@@ -130,13 +139,34 @@ TEST_F(StartUpTest, RecSwitchStartsRecordingAndSavesTheEditorAtShutdown) {
   EXPECT_EQ(std::string(saved->begin(), saved->end()), "\xEF\xBB\xBFLCtrl Down");
 }
 
-TEST_F(StartUpTest, CommandLineMacroPlaysAndEndsWithoutWritingSettings) {
-  folders.Add("/kestrelix/m.ksx", "beep");
+TEST_F(StartUpTest, TheSessionEndingWhileRecordingSavesTheRecordingAndTheSettings) {
+  sim.SetCommandLine("/rec");
+  controller.StartUp();
+  view.text = "A";
+  controller.OnSessionEnd();
+  EXPECT_TRUE(view.closed);
+  EXPECT_FALSE(controller.recording());
+  EXPECT_TRUE(sim.IsFile("/kestrelix/Macro/Rec.txt"));
+  EXPECT_NE(IniText().find("Mouse=-1\r\n"), std::string::npos);
+  // A close after the session's runs the shutdown no second time.
+  const std::size_t keyEvents = sim.trace().OfKind("keys").size();
+  controller.RequestClose();
+  EXPECT_EQ(sim.trace().OfKind("keys").size(), keyEvents);
+}
+
+TEST_F(StartUpTest, CommandLineMacroPlaysOnceAtNormalSpeedAndEndsWithoutWritingSettings) {
+  // The loop count and the speed are applied later in the start-up than the
+  // command-line run.
+  WriteIni("Loop=-1\r\nLoopCnt=3\r\nrate=5\r\n");
+  const std::string before = IniText();
+  folders.Add("/kestrelix/m.ksx", "beep\r\n10\r\nbeep");
   sim.SetCommandLine("/kestrelix/m.ksx");
   EXPECT_EQ(controller.StartUp(), StartResult::kRanMacro);
-  EXPECT_EQ(sim.trace().OfKind("beep").size(), 1u);
+  const auto beeps = sim.trace().OfKind("beep");
+  ASSERT_EQ(beeps.size(), 2u);
+  EXPECT_EQ(beeps[1].t - beeps[0].t, 10);
   EXPECT_FALSE(view.shown.has_value());
-  EXPECT_FALSE(sim.IsFile(kIni));
+  EXPECT_EQ(IniText(), before);
   EXPECT_TRUE(hotkeys.registered.empty());
 }
 
@@ -165,6 +195,7 @@ TEST_F(StartUpTest, WithoutPerformanceCounterTimeRecordingIsDisabled) {
   const int time = MenuId(Command::kToggleOption, "Time");
   EXPECT_FALSE(view.menuEnabled.at(time));
   EXPECT_FALSE(view.checks[time]);
+  EXPECT_EQ(view.status, "ハードウェアが高分解能パフォーマンスカウンタをサポートしていません");
 }
 
 TEST_F(StartUpTest, ObsoleteKeysGoAndTheOfferIsMarkedShownOnce) {

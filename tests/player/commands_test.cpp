@@ -117,16 +117,18 @@ TEST(MacroFileCommand, AMissingFileDoesNothingAndSelfCallsEndInAFailure) {
   EXPECT_FALSE(f.Effects("error").empty());
 }
 
+// A file opens in its own folder; an address has no working folder.
 TEST(ShellCommands, FilesAddressesAndProgramsOpenWithTheShell) {
   PlayFixture f;
   f.sim.AddFile("/docs/a.txt", "x");
   f.Play({"/docs/A.TXT", "http://Example.com/Path", "notepad", "5"});
-  EXPECT_EQ(f.Effects("open"), (std::vector<std::string>{
-                                   R"({"ev":"open","target":"/docs/a.txt","ok":true})",
-                                   R"({"ev":"open","target":"http://Example.com/Path","ok":true})",
-                                   R"({"ev":"open","target":"notepad","ok":true})",
-                                   R"({"ev":"open","target":"5","ok":false})",
-                               }));
+  EXPECT_EQ(f.Effects("open"),
+            (std::vector<std::string>{
+                R"({"ev":"open","target":"/docs/a.txt","folder":"/docs","ok":true})",
+                R"({"ev":"open","target":"http://Example.com/Path","ok":true})",
+                R"({"ev":"open","target":"notepad","ok":true})",
+                R"({"ev":"open","target":"5","ok":false})",
+            }));
   // "5" could not be opened, so it is the key 5.
   EXPECT_EQ(f.Effects("keys"), std::vector<std::string>{PlayFixture::Press(53)});
 }

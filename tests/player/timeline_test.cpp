@@ -219,5 +219,28 @@ TEST(PlayerTiming, ALongMacroKeepsToItsTimeline) {
   EXPECT_EQ(t.back() - t.front(), 2000 * 8);
 }
 
+// A command that waits on purpose (the paste's clipboard retries, the sleep
+// after "^") ends the timeline's step: what follows keeps its full length.
+TEST(PlayerTiming, AfterACommandThatWaitsTheNextStepsKeepTheirLength) {
+  const struct {
+    std::initializer_list<std::string> lines;
+    std::vector<std::int64_t> gaps;  // between consecutive key events, ms
+  } cases[] = {
+      {{"paste x", "30", "a"}, {30}},
+      {{"paste x", "a", "b"}, {8, 8}},
+      // "^" sleeps 250 ms after its Ctrl+V, then the wait keeps its 30.
+      {{"^x", "30", "a", "b"}, {280, 8}},
+      {{"a", "30", "b", "c"}, {30, 8}},
+  };
+  for (const auto& c : cases) {
+    PlayFixture f;
+    f.Play(c.lines);
+    const auto t = f.Times("keys");
+    std::vector<std::int64_t> gaps;
+    for (std::size_t i = 1; i < t.size(); ++i) gaps.push_back(t[i] - t[i - 1]);
+    EXPECT_EQ(gaps, c.gaps) << *c.lines.begin();
+  }
+}
+
 }  // namespace
 }  // namespace kx::test

@@ -26,11 +26,15 @@ TEST(HotkeyList, ReadsMissingFieldsAsEmptyAndBadNumbersAsZero) {
   EXPECT_TRUE(ParseHotkeyList("").empty());
 }
 
-TEST(HotkeyList, RoundTripsThroughItsText) {
+TEST(HotkeyList, RoundTripsThroughItsTextEvenWithEmptyFields) {
   const std::vector<ScriptHotkey> hotkeys = {{512, 112, 2, "Ctrl + F1", "C:\\マクロ\\朝.ksx"},
-                                             {513, 65, 5, "Shift + Alt + A", "D:\\x.txt"}};
+                                             {513, 65, 2, "Ctrl + A", ""},
+                                             {514, 0, 0, "", "D:\\y.txt"},
+                                             {515, 65, 5, "Shift + Alt + A", "D:\\x.txt"}};
   const std::string text = FormatHotkeyList(hotkeys);
-  EXPECT_EQ(text, "112|2|Ctrl + F1|C:\\マクロ\\朝.ksx||65|5|Shift + Alt + A|D:\\x.txt");
+  EXPECT_EQ(text,
+            "112|2|Ctrl + F1|C:\\マクロ\\朝.ksx||65|2|Ctrl + A|||0|0||D:\\y.txt||"
+            "65|5|Shift + Alt + A|D:\\x.txt");
   EXPECT_EQ(ParseHotkeyList(text), hotkeys);
   EXPECT_EQ(FormatHotkeyList(ParseHotkeyList(text)), text);
 }

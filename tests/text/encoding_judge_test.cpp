@@ -42,6 +42,10 @@ const std::string kUtf16 =
     std::string("\x42\x30\x44\x30\x46\x30\x22\x6F\x57\x5B\x0D\x00\x0A\x00", 14);
 const std::string kJis = "\x1B$B$\"$$$&4A;z\x1B(B\r\n";
 const std::string kUtf7 = "+MEIwRDBGbyJbVw-\r\n";
+const std::string kFewUtf8 = "loop 3\r\nLCtrl Down\r\nkey \xE2\x86\x91\xEF\xBC\xBC_\r\n250\r\n";
+const std::string kFewSjis = "loop 3\r\nLCtrl Down\r\nkey \x81\xAA\x81\x5F_\r\n250\r\n";
+const std::string kFewEuc = "loop 3\r\nLCtrl Down\r\nkey \xA2\xAC\xA1\xC0_\r\n250\r\n";
+const std::string kFewJis = "loop 3\r\nLCtrl Down\r\nkey \x1B$B\"\x2C!@\x1B(B_\r\n250\r\n";
 
 INSTANTIATE_TEST_SUITE_P(
     EachEncoding, JudgeCodeAnswers,
@@ -67,7 +71,7 @@ INSTANTIATE_TEST_SUITE_P(
                   "UNICODE"},
         JudgeCase{"an escape wins over a UTF-8 mark that does not lead",
                   B("abc\xEF\xBB\xBF"
-                    "abc\x1B$B"),
+                    "abc\x1B$B\x82"),
                   "JIS"},
         JudgeCase{"an escape at the thousandth byte is seen", Concat(Repeat("a", 999), B("\x1B(B")),
                   "JIS"},
@@ -80,7 +84,16 @@ INSTANTIATE_TEST_SUITE_P(
         JudgeCase{"an escape after byte 999 is never seen",
                   Concat(Repeat(kSjis, 100), B("\x1B$B$\"\x1B(B")), "SJIS"},
         JudgeCase{"a UTF-8 mark after byte 999 is never seen",
-                  Concat(Repeat("a", 1000), B("\xEF\xBB\xBF")), "SJIS"}));
+                  Concat(Repeat("a", 1000), B("\xEF\xBB\xBF\x82\xA0")), "SJIS"},
+        // A mostly-ASCII macro with "key ↑＼_" in it, as each encoding saves it.
+        JudgeCase{"mostly ASCII in UTF-8 without a mark", B(kFewUtf8), "UTF8"},
+        JudgeCase{"mostly ASCII in Shift_JIS", B(kFewSjis), "SJIS"},
+        JudgeCase{"mostly ASCII in EUC-JP", B(kFewEuc), "EUC"},
+        JudgeCase{"mostly ASCII in ISO-2022-JP", B(kFewJis), "JIS"},
+        JudgeCase{"valid UTF-8 after byte 999 still counts", Concat(Repeat("a", 1200), B(kUtf8)),
+                  "UTF8"},
+        JudgeCase{"UTF-8 broken at the end is left to the scorers",
+                  Concat(Repeat(kUtf8, 5), B("\xE3\x81")), "UTF8"}));
 
 TEST(JudgeCode, LooksAtTheFirstThousandBytesOnly) {
   // EUC text up to byte 999, then UTF-8 text that would outscore it.

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "gui/player_settings.h"
 #include "gui/win32/resource_ids.h"
 #include "sys/win32/wide.h"
 
@@ -108,11 +109,10 @@ bool LoopCountBox::Create(const ControlArgs& args, int spinId) {
 }
 
 int LoopCountBox::Value() const {
+  // The box takes digits only when typed; a paste can still bring anything.
   wchar_t text[16]{};
   ::GetWindowTextW(edit_, text, static_cast<int>(std::size(text)));
-  int value = 0;
-  for (const wchar_t* p = text; *p >= L'0' && *p <= L'9'; ++p) value = value * 10 + (*p - L'0');
-  return std::min(value, kMax);
+  return LoopCountFromText(Narrow(text));
 }
 
 void LoopCountBox::SetValue(int value) {

@@ -148,7 +148,10 @@ void MainWindow::Layout() {
   ::InvalidateRect(hwnd(), nullptr, FALSE);
 }
 
+// The splitter goes with the editor: with the editor hidden there is nothing
+// to drag, and no sizing cursor shows.
 RECT MainWindow::SplitterRect() const {
+  if (editor_.Mode() == gui::EditorMode::kHidden) return RECT{};
   const UINT dpi = DpiOf(hwnd());
   const int split = TwipsToPixels(splitTwips_, dpi);
   RECT client{};
@@ -226,15 +229,6 @@ bool MainWindow::Visible() {
   return ::IsWindowVisible(hwnd()) && !::IsIconic(hwnd());
 }
 
-void MainWindow::ToggleVisible() {
-  if (Visible()) {
-    ::ShowWindow(hwnd(), SW_HIDE);
-    return;
-  }
-  ::ShowWindow(hwnd(), SW_SHOWNORMAL);
-  ::SetForegroundWindow(hwnd());
-}
-
 void MainWindow::FocusEditor() {
   ::SetFocus(editor_.hText());
 }
@@ -290,10 +284,21 @@ void MainWindow::SetTrayIcon(bool shown) {
   if (shown == tray_) return;
   tray_ = shown;
   UpdateTrayIcon(shown ? NIM_ADD : NIM_DELETE, false);
-  // With a tray icon the window keeps no task-bar button of its own.
+  // With a tray icon the window keeps no task-bar button of its own: it is
+  // owned by a hidden window and loses the application-window style.
+  if (shown && !trayOwner_)
+    trayOwner_.reset(::CreateWindowExW(0, L"STATIC", L"", WS_POPUP, 0, 0, 0, 0, nullptr, nullptr,
+                                       ::GetModuleHandleW(nullptr), nullptr));
   LONG_PTR ex = ::GetWindowLongPtrW(hwnd(), GWL_EXSTYLE);
   ex = shown ? (ex & ~static_cast<LONG_PTR>(WS_EX_APPWINDOW)) : (ex | WS_EX_APPWINDOW);
   ::SetWindowLongPtrW(hwnd(), GWL_EXSTYLE, ex);
+  ::SetWindowLongPtrW(hwnd(), GWLP_HWNDPARENT,
+                      reinterpret_cast<LONG_PTR>(shown ? trayOwner_.get() : nullptr));
+  // The task bar looks at a window's styles when it is shown.
+  if (::IsWindowVisible(hwnd())) {
+    ::ShowWindow(hwnd(), SW_HIDE);
+    ::ShowWindow(hwnd(), SW_SHOWNA);
+  }
 }
 
 void MainWindow::SetPlayingIcon(bool playing) {
@@ -497,6 +502,13 @@ LRESULT MainWindow::HandleMessage(UINT msg, WPARAM wp, LPARAM lp) {
     }
     case WM_CLOSE:
       controller_->RequestClose();
+      return 0;
+    // Log-off and shut-down never wait for the user: the session may end,
+    // and when it does, the close's writes happen before this returns.
+    case WM_QUERYENDSESSION:
+      return TRUE;
+    case WM_ENDSESSION:
+      if (wp) controller_->OnSessionEnd();
       return 0;
     case WM_DESTROY:
       ::PostQuitMessage(0);

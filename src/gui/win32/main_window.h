@@ -54,7 +54,6 @@ class MainWindow final : public WindowBase, public gui::MainView {
   void SetSplitTwips(int twips) override;
   void Show(gui::ShowMode mode) override;
   bool Visible() override;
-  void ToggleVisible() override;
   void FocusEditor() override;
   void BringToFront() override;
   gui::WindowState State() override;
@@ -108,6 +107,9 @@ class MainWindow final : public WindowBase, public gui::MainView {
   int dragStartX_ = 0;
   int dragStartTwips_ = 0;
   bool tray_ = false;
+  // With the tray icon on, the main window is owned by this hidden window:
+  // an owned window has no task-bar button.
+  unique_hwnd trayOwner_;
   gui::WindowState storedState_ = gui::WindowState::kNormal;
   // The placement last set, in both units: a window that has not moved
   // reports the twips it was given, so that a start and a close never drift.

@@ -482,8 +482,11 @@ void OptionsWindow::Browse(gui::BrowseTarget target, int editId) {
 }
 
 void OptionsWindow::Refused(gui::ListEdit result) {
-  if (result != gui::ListEdit::kDuplicate) return;
-  ::MessageBoxW(hwnd(), Widen(gui::kDuplicateHotkeyMessage).c_str(), Widen(gui::kAppTitle).c_str(),
+  const char* message = result == gui::ListEdit::kDuplicate ? gui::kDuplicateHotkeyMessage
+                        : result == gui::ListEdit::kNoMacro ? gui::kNoMacroFileMessage
+                                                            : nullptr;
+  if (!message) return;
+  ::MessageBoxW(hwnd(), Widen(message).c_str(), Widen(gui::kAppTitle).c_str(),
                 MB_OK | MB_ICONEXCLAMATION);
 }
 

@@ -142,4 +142,15 @@ void Win32Power::Clean(Cleanup what) {
   }
 }
 
+RecycleBinContents Win32Power::QueryRecycleBin() {
+  SHQUERYRBINFO info{};
+  info.cbSize = sizeof info;
+  if (FAILED(::SHQueryRecycleBinW(nullptr, &info))) return {};
+  return {info.i64NumItems, info.i64Size};
+}
+
+void Win32Power::EmptyRecycleBinUnasked() {
+  ::SHEmptyRecycleBinW(nullptr, nullptr, SHERB_NOCONFIRMATION);
+}
+
 }  // namespace kx::win32

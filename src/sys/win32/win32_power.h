@@ -11,6 +11,8 @@ class Win32Power final : public PowerPort {
  public:
   void Power(PowerAction action) override;
   void Clean(Cleanup what) override;
+  RecycleBinContents QueryRecycleBin() override;
+  void EmptyRecycleBinUnasked() override;
 };
 
 // Deletes the files directly inside the folder; links, junctions, folders and

@@ -170,6 +170,7 @@ void PrintWindow(HWND h) {
       .Rect("rect", r)
       .Number("pid", pid)
       .Text("exe", ExeOf(pid))
+      .Field("owner", HexHandle(::GetWindow(h, GW_OWNER)))
       .Print();
 }
 
