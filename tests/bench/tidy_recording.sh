@@ -5,7 +5,8 @@
 # Macro/Rec.txt when it closes) while xdotool moves the pointer along paths
 # across the target's window, clicks there and types into it. Prints the line
 # counts before and after tidying and compares the dry runs of both: the key
-# and button events, in order, and the play time.
+# and button events, in order, and the play time. KX_ROUNDS (default 24)
+# pointer paths with a click each make the session; 14 gave 724 lines.
 set -euo pipefail
 kx=$(realpath "$2")
 . "$(dirname "${BASH_SOURCE[0]}")/../e2e/lib.sh" "$1" "${3:-$KX_ROOT/build/bench}"
@@ -42,10 +43,10 @@ type_word() {
 }
 x=$((TARGET_X + 200))
 y=$((TARGET_Y + 150))
-for round in $(seq 24); do
+for round in $(seq "${KX_ROUNDS:-24}"); do
   tx=$((TARGET_X + 20 + RANDOM % 360))
   ty=$((TARGET_Y + 20 + RANDOM % 220))
-  steps=$((20 + RANDOM % 25))
+  steps=$((40 + RANDOM % 30))
   for i in $(seq "$steps"); do
     xdotool mousemove $((x + (tx - x) * i / steps)) $((y + (ty - y) * i / steps))
     sleep 0.0$((RANDOM % 3 + 1))
