@@ -116,5 +116,6 @@ for _ in $(seq 50); do
   sleep 0.1
 done
 robot get-text "${status[@]}" | grep -q 'ブレークポイント' && fail "still paused after 再生"
-expect_eq "nothing typed after the stop" "$(typed)" "DOWN:65 UP:65 DOWN:66 UP:66"
+# (The first window's close let go of Shift, Ctrl and Alt in the target.)
+expect_eq "nothing typed after the stop" "$(typed | sed 's/ UP:1[678]//g')" "DOWN:65 UP:65 DOWN:66 UP:66"
 close_app
