@@ -12,7 +12,7 @@ using enum SettingWriter;
 
 // The keys of setting.ini, in the order start-up reads them. "EndNotifer" is
 // spelled so on purpose: existing files use that name.
-constexpr std::array<SettingKey, 44> kKeys = {{
+constexpr std::array<SettingKey, 46> kKeys = {{
     {"HotkeyPlayMod", kInt, 0, kOptionsDialog, &Settings::hotkeyPlayMod},
     {"HotkeyPlay", kInt, 19, kOptionsDialog, &Settings::hotkeyPlay},
     {"Time", kBool, 0, kShutdown, &Settings::time},
@@ -57,6 +57,8 @@ constexpr std::array<SettingKey, 44> kKeys = {{
     {"UnicodeKeys", kInt, 0, kOptionsDialog, &Settings::unicodeKeys},
     {"ReleaseHeld", kBool, -1, kOptionsDialog, &Settings::releaseHeld},
     {"DevToolsPort", kInt, 9222, kOptionsDialog, &Settings::devToolsPort},
+    {"PreciseRec", kBool, 0, kMenuToggle, &Settings::preciseRec},
+    {"HotkeyReleaseMs", kInt, 1000, kOptionsDialog, &Settings::hotkeyReleaseMs},
 }};
 
 // The shutdown writes its keys in its own order, not the table's.

@@ -62,6 +62,12 @@ struct Settings {
   // let go of every key and mouse button a macro left held down.
   bool releaseHeld = true;
   int devToolsPort = 9222;  // the loopback port page commands reach Chromium browsers on
+  // Recording takes key and button edges from the low-level hooks, in order,
+  // instead of sampling the key states.
+  bool preciseRec = false;
+  // A play started by a hotkey with modifiers waits at most this long for
+  // them to be let go; 0 starts at once.
+  int hotkeyReleaseMs = 1000;
 };
 
 enum class SettingType {
@@ -72,7 +78,9 @@ enum class SettingType {
 };
 
 // Who writes a key back to the file.
-enum class SettingWriter { kOptionsDialog, kShutdown, kStartUp };
+// kMenuToggle: a menu check written as soon as it is toggled, so that a
+// fresh start and shutdown write the file as they always have.
+enum class SettingWriter { kOptionsDialog, kShutdown, kStartUp, kMenuToggle };
 
 struct SettingKey {
   std::string_view name;

@@ -72,14 +72,15 @@ INSTANTIATE_TEST_SUITE_P(
         DefaultCase{"Auto", ""}, DefaultCase{"WinState", "0"}, DefaultCase{"X", "0"},
         DefaultCase{"Y", "0"}, DefaultCase{"W", "5200"}, DefaultCase{"H", "6000"},
         DefaultCase{"UnicodeKeys", "0"}, DefaultCase{"ReleaseHeld", "-1"},
-        DefaultCase{"DevToolsPort", "9222"}));
+        DefaultCase{"DevToolsPort", "9222"}, DefaultCase{"PreciseRec", "0"},
+        DefaultCase{"HotkeyReleaseMs", "1000"}));
 
 TEST(SettingKeys, ListEveryKeyOnceInTheOrderStartUpReadsThem) {
   const auto keys = SettingKeys();
-  ASSERT_EQ(keys.size(), 44u);
+  ASSERT_EQ(keys.size(), 46u);
   EXPECT_EQ(keys.front().name, "HotkeyPlayMod");
   EXPECT_EQ(keys[21].name, "LoopCnt");
-  EXPECT_EQ(keys.back().name, "DevToolsPort");
+  EXPECT_EQ(keys.back().name, "HotkeyReleaseMs");
   for (std::size_t i = 0; i < keys.size(); ++i)
     for (std::size_t j = i + 1; j < keys.size(); ++j) EXPECT_NE(keys[i].name, keys[j].name);
 }
@@ -176,10 +177,10 @@ TEST(WriteShutdownSettings, WritesLoopCntAndThePlacementOfANormalWindow) {
 TEST(WriteOptionsSettings, WritesTheDialogsKeysOnly) {
   FakeStore store;
   WriteOptionsSettings(store, Settings{});
-  // The options dialog has no control for UnicodeKeys, ReleaseHeld or
-  // DevToolsPort; it writes back the values that were read.
-  EXPECT_EQ(store.written.size(), 22u);
-  EXPECT_EQ(store.written.back(), "DevToolsPort");
+  // The options dialog has no control for UnicodeKeys, ReleaseHeld,
+  // DevToolsPort or HotkeyReleaseMs; it writes back the values that were read.
+  EXPECT_EQ(store.written.size(), 23u);
+  EXPECT_EQ(store.written.back(), "HotkeyReleaseMs");
   EXPECT_EQ(store.written.front(), "HotkeyPlayMod");
   EXPECT_EQ(store.values.count("Mouse"), 0u);
   EXPECT_EQ(store.values["EndNotifer"], "0");
