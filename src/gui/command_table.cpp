@@ -210,6 +210,7 @@ constexpr auto kMenu = std::to_array<MenuEntry>({
            "MouCl"),
     Option("アクティブウィンドウ記録(&A)", "アクティブウィンドウの切り替えを記録します", "RecAct"),
     Option("タイムスタンプ(&S)", "操作時の年月日をコメントで記録します", "Stamp"),
+    Option("高精度記録(&P)", "キーとマウスの操作をもれなく順番どおりに記録します", "PreciseRec"),
     Option("コメント行をバルーンヘルプで表示(&B)", "再生中はコメント行をバルーンヘルプで表示します",
            "Balloon"),
     Option("タスクトレイに表示(&T)", "タスクトレイにアイコンを表示します", "Tray"),

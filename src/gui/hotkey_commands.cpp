@@ -1,5 +1,6 @@
 // The global hotkeys: their registration from the settings and what each one
 // does when it arrives.
+#include "gui/hotkey_release.h"
 #include "gui/main_controller.h"
 #include "settings/settings_lists.h"
 #include "text/macro_text.h"
@@ -40,6 +41,7 @@ void MainController::RegisterHotkey(int id, int modifiers, int key, std::string 
   if (modifiers == 0 && key == 0) return;
   if (ports_.hotkeys.Register(id, modifiers, key)) {
     registeredHotkeys_.push_back(id);
+    hotkeyModifiers_[id] = modifiers;
   } else {
     refusedHotkeys_.push_back(id);
     refusedNames_.push_back(std::move(name));
@@ -91,34 +93,54 @@ void MainController::ShowRefusedHotkeys() {
 void MainController::UnregisterHotkeys() {
   for (const int id : registeredHotkeys_) ports_.hotkeys.Unregister(id);
   registeredHotkeys_.clear();
+  hotkeyModifiers_.clear();
 }
 
 // While a play runs, this is reached from its pumps: the play and pause
 // hotkeys change the player's flags, a per-macro hotkey acts as the play
-// hotkey does (it stops the play), and the record hotkey does nothing.
+// hotkey does (it stops the play), and the record hotkey does nothing. While
+// a hotkey's play waits for its modifiers to be let go, only show/hide works.
 void MainController::OnHotkey(int id) {
   if (id == kHotkeyShowHide) {
     ShowOrHide();
     return;
   }
+  if (awaitingRelease_) return;
   if (id == kHotkeyRecord || id == kHotkeyPlay || id == kHotkeyPause) {
-    if (RapidFireTakesHotkey(id)) return;
-    if (id == kHotkeyRecord) {
-      if (!player_.Playing()) Record();
-      return;
-    }
-    // The play hotkey stops a play the debugger holds paused.
-    if (id == kHotkeyPlay && !player_.HotkeysLocked() && debug_.StopIfPaused()) return;
-    // A play or a resumed pause ends the recording first: the player and
-    // the recorder never run together.
-    if (recording_) StopRecording();
-    player_.HandleHotkey(id);
-    AfterPlay();
+    FixedHotkey(id, id);
     return;
   }
   if (id < kFirstScriptHotkeyId || player_.HotkeysLocked()) return;
   const auto n = static_cast<std::size_t>(id - kFirstScriptHotkeyId);
-  if (n < hotkeyPaths_.size()) PlayMacroFileAsHotkey(hotkeyPaths_[n]);
+  if (n < hotkeyPaths_.size()) PlayMacroFileAsHotkey(hotkeyPaths_[n], id);
+}
+
+void MainController::FixedHotkey(int id, int releaseId) {
+  if (RapidFireTakesHotkey(id)) return;
+  if (id == kHotkeyRecord) {
+    if (!player_.Playing()) Record();
+    return;
+  }
+  // The play hotkey stops a play the debugger holds paused.
+  if (id == kHotkeyPlay && !player_.HotkeysLocked() && debug_.StopIfPaused()) return;
+  // A play or a resumed pause ends the recording first: the player and
+  // the recorder never run together.
+  if (recording_) StopRecording();
+  if (!player_.Playing() && !player_.HotkeysLocked()) {
+    AwaitHotkeyRelease(releaseId);
+    if (closed_ || closePending_) return;
+  }
+  player_.HandleHotkey(id);
+  AfterPlay();
+}
+
+void MainController::AwaitHotkeyRelease(int id) {
+  const auto modifiers = hotkeyModifiers_.find(id);
+  if (modifiers == hotkeyModifiers_.end()) return;
+  awaitingRelease_ = true;
+  AwaitModifiersUp(ports_.system.input, ports_.system.clock, modifiers->second,
+                   settings_.hotkeyReleaseMs);
+  awaitingRelease_ = false;
 }
 
 void MainController::ShowOrHide() {
@@ -137,13 +159,13 @@ void MainController::ShowOrHide() {
   view_.BringToFront();
 }
 
-void MainController::PlayMacroFileAsHotkey(const std::string& path) {
+void MainController::PlayMacroFileAsHotkey(const std::string& path, int hotkeyId) {
   if (path.empty() || !ports_.system.files.IsFile(path)) return;
   // The debugger is for the editor's own text.
   const DebugController::Detached detached(debug_);
   const std::string kept = view_.EditorText();
   view_.SetEditorText(sReadText(ports_.system.files, path));
-  OnHotkey(kHotkeyPlay);
+  FixedHotkey(kHotkeyPlay, hotkeyId);
   view_.SetEditorText(kept);
 }
 

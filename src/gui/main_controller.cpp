@@ -30,7 +30,8 @@ MainController::MainController(GuiPorts ports, MainView& view)
       capture_({ports.system.input, ports.system.windows, ports.system.dialogs,
                 view.CaptureToolView(),
                 [this](std::string_view text) { view_.InsertAtCaret(text); }}),
-      recorder_(ports.system.input, ports.system.windows, ports.system.clock) {
+      recorder_(ports.system.input, ports.system.windows, ports.system.clock),
+      precise_(ports.system.input, ports.system.windows, ports.system.clock) {
   // Kind 7 of the capture tool reads the fields of the page under the pointer.
   capture_.SetPageFieldsReader([this](WindowHandle window) -> std::optional<std::string> {
     const auto document = DocumentOfWindow(ports_.system.windows, ports_.system.documents, window,
@@ -405,10 +406,17 @@ void MainController::ToggleOption(std::string_view setting) {
     if (!*field) view_.HighlightLine(-1);
   }
   if (setting == "Balloon") player_.Options().balloon = *field;
-  // The recorder's options count from the next tick.
-  if (recording_)
-    recorder_.SetOptions(
-        RecorderOptionsFromSettings(settings_, ports_.system.clock.HasPerformanceCounter()));
+  if (const SettingKey* key = FindSettingKey(setting);
+      key && key->writer == SettingWriter::kMenuToggle)
+    WriteSetting(ports_.settings, settings_, setting);
+  // The recorder's options count from the next tick; PreciseRec from the
+  // next recording.
+  if (recording_) {
+    const RecorderOptions options =
+        RecorderOptionsFromSettings(settings_, ports_.system.clock.HasPerformanceCounter());
+    recorder_.SetOptions(options);
+    precise_.SetOptions(options);
+  }
 }
 
 void MainController::RefreshTree() {

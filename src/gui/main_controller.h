@@ -11,6 +11,7 @@
 // the tree are disabled, and the editor is read-only. A close request during
 // a play stops it, and the window closes once the play has returned.
 #include <cstdint>
+#include <map>
 #include <optional>
 #include <string>
 #include <vector>
@@ -26,6 +27,7 @@
 #include "input/rapid_fire.h"
 #include "player/macro_lint.h"
 #include "player/player.h"
+#include "recorder/precise_recorder.h"
 #include "recorder/recorder.h"
 #include "settings/settings.h"
 
@@ -102,8 +104,9 @@ class MainController final : public PlayerView, public RecorderHookSink, private
   void ApplyHotkeys();
   // A per-macro hotkey's and a scheduled run's action: keeps the editor's
   // text, loads the file, plays it as the play hotkey does and puts the kept
-  // text back. A missing file does nothing.
-  void PlayMacroFileAsHotkey(const std::string& path);
+  // text back. A missing file does nothing. `hotkeyId`: the hotkey that asked
+  // for it, whose modifiers the play waits for to be let go (0: none).
+  void PlayMacroFileAsHotkey(const std::string& path, int hotkeyId = 0);
 
   // --- state, for the window and for tests ---
   const Settings& settings() const { return settings_; }
@@ -136,9 +139,10 @@ class MainController final : public PlayerView, public RecorderHookSink, private
   WindowHandle MainWindow() override;
 
   // --- RecorderHookSink: the hooks' events while a recording runs ---
-  void OnHookMouseMove(Point screen) override;
-  void OnHookWheel(int delta) override;
-  void OnHookKey(int vk, int message, bool altDown) override;
+  void OnHookMouseMove(Point screen, std::uint32_t time) override;
+  void OnHookWheel(int delta, std::uint32_t time) override;
+  void OnHookKey(const HookKey& key) override;
+  void OnHookButton(const HookButton& button) override;
 
   void SetMainWindowHandle(WindowHandle handle) {
     mainWindow_ = handle;
@@ -155,6 +159,10 @@ class MainController final : public PlayerView, public RecorderHookSink, private
   void UnregisterHotkeys();
   void ShowRefusedHotkeys();
   void ShowOrHide();
+  // Record, play and pause/resume; a play it starts first waits for the
+  // modifiers of hotkey `releaseId` to be let go (0: no wait).
+  void FixedHotkey(int id, int releaseId);
+  void AwaitHotkeyRelease(int id);
   // rapid_fire_commands.cpp
   void SelectRapidMode(Command command);
   // True when a rapid-fire mode is on and so takes the record, play or pause
@@ -189,6 +197,8 @@ class MainController final : public PlayerView, public RecorderHookSink, private
   void RecorderTick();
   void WindowTick();
   void AppendRecorded(const std::string& text);
+  // False while a rapid-fire mode is on: its keys and clicks are its own.
+  bool RecordHookEvent() const;
   bool StatusHeld();
   void OpenCapture(std::string_view argument);
   void CloseCapture();
@@ -231,10 +241,12 @@ class MainController final : public PlayerView, public RecorderHookSink, private
   WindowHandle mainWindow_ = 0;
   bool autosaveRecording_ = false;
   Recorder recorder_;
+  PreciseRecorder precise_;
   bool recording_ = false;
-  bool recorderTicking_ = false;  // a tick pumps messages: never re-entered
-  std::string pointerShown_;      // the pointer position in the status bar; empty: something else
-  bool menuOpen_ = false;         // a menu shows its help in the status bar
+  bool preciseRecording_ = false;  // this recording takes its edges from the hooks
+  bool recorderTicking_ = false;   // a tick pumps messages: never re-entered
+  std::string pointerShown_;       // the pointer position in the status bar; empty: something else
+  bool menuOpen_ = false;          // a menu shows its help in the status bar
   std::uint32_t statusShownAt_ = 0;                       // tick count of the last message
   bool statusHeld_ = false;                               // a message is young enough to stay
   EditorMode editorMode_ = EditorMode::kNumbersAndRuler;  // shown again after `Hide`
@@ -248,6 +260,11 @@ class MainController final : public PlayerView, public RecorderHookSink, private
   bool refusedShown_ = false;
   // The macro paths of the non-empty entries of the Hotkey list, in order.
   std::vector<std::string> hotkeyPaths_;
+  // The modifier flags of every registered hotkey, by id.
+  std::map<int, int> hotkeyModifiers_;
+  // A hotkey's play waits for its modifiers to be let go; the held hotkey
+  // repeats meanwhile, and those repeats start nothing.
+  bool awaitingRelease_ = false;
   Schedule schedule_;
 };
 

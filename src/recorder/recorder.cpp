@@ -7,49 +7,25 @@
 #include "eval/date_text.h"
 #include "input/key_codes.h"
 #include "input/key_names.h"
+#include "recorder/recorded_lines.h"
 #include "settings/settings.h"
+#include "settings/settings_lists.h"
 
 namespace kx {
 
 namespace {
 
 constexpr std::int64_t kMsPerSecond = 1000;
-// Waits this short are dropped: the timer's own jitter.
-constexpr std::int64_t kLongestDroppedWaitMs = 9;
-constexpr char kLineEnd[] = "\r\n";
 
-// The tracked keys, in the order releases are looked for, with the line of
-// a release (mouse buttons write theirs with the pointer's position).
-struct TrackedKey {
-  int vk;
-  std::string_view upLine;
-};
-constexpr TrackedKey kTrackedKeys[] = {
-    {kVkLeftButton, ""}, {kVkRightButton, ""},    {kVkMiddleButton, ""},
-    {162, "LCtrl Up"},   {163, "RCtrl Up"},       {160, "LShift Up"},
-    {161, "RShift Up"},  {kVkLeftAlt, "LAlt Up"}, {kVkRightAlt, "RAlt Up"},
+// The tracked keys, in the order releases are looked for.
+constexpr int kTrackedKeys[] = {
+    kVkLeftButton, kVkRightButton, kVkMiddleButton, 162, 163, 160, 161, kVkLeftAlt, kVkRightAlt,
 };
 static_assert(std::size(kTrackedKeys) == 9);
-
-// Never recorded as presses: the generic modifiers (their left and right
-// keys are tracked instead) and the input-method keys.
-constexpr int kExcludedKeys[] = {16, 17, 18, 240, 242, 245, 246, 251};
 
 // Foreground windows that are the desktop, the taskbar or the start menu.
 constexpr std::string_view kIgnoredWindowClasses[] = {"Static", "Shell_TrayWnd", "Progman",
                                                       "WorkerW", "DV2ControlHost"};
-
-bool IsButton(int vk) {
-  return vk == kVkLeftButton || vk == kVkRightButton || vk == kVkMiddleButton;
-}
-
-char ButtonLetter(int vk) {
-  return vk == kVkLeftButton ? 'L' : vk == kVkRightButton ? 'R' : 'M';
-}
-
-std::string Coordinates(Point p) {
-  return "(" + std::to_string(p.x) + "," + std::to_string(p.y) + ")";
-}
 
 // The keys a tick asks about, in rising order: those that can give a line.
 // Asking about the others could change nothing, and every question costs
@@ -58,7 +34,7 @@ const std::vector<int>& SampledKeys() {
   static const std::vector<int> keys = [] {
     std::vector<int> out;
     for (int vk = 1; vk <= kVkLast; ++vk)
-      if (IsButton(vk) || !WordFromKeyCode(vk).empty()) out.push_back(vk);
+      if (IsMouseButton(vk) || !WordFromKeyCode(vk).empty()) out.push_back(vk);
     return out;
   }();
   return keys;
@@ -82,6 +58,13 @@ RecorderOptions RecorderOptionsFromSettings(const Settings& s, bool hasPerforman
   o.stamp = s.stamp;
   o.recKeyMouse = s.recKeyMouse;
   o.recKeyClick = s.recKeyClick;
+  const HotkeyCombo fixed[] = {{s.hotkeyVMod, s.hotkeyV},
+                               {s.hotkeyRecMod, s.hotkeyRec},
+                               {s.hotkeyPlayMod, s.hotkeyPlay},
+                               {s.hotkeyStopMod, s.hotkeyStop}};
+  o.hotkeys.assign(std::begin(fixed), std::end(fixed));
+  for (const ScriptHotkey& entry : ParseHotkeyList(s.hotkey))
+    o.hotkeys.push_back({entry.modifiers, entry.virtualKey});
   return o;
 }
 
@@ -92,7 +75,7 @@ std::string PointerText(Point screen) {
 void Recorder::Start(const RecorderOptions& options, WindowHandle ownWindow) {
   options_ = options;
   ownWindow_ = ownWindow;
-  for (std::size_t i = 0; i < tracked_.size(); ++i) tracked_[i] = Tracked{kTrackedKeys[i].vk};
+  for (std::size_t i = 0; i < tracked_.size(); ++i) tracked_[i] = Tracked{kTrackedKeys[i]};
   looked_ = false;
   anyDown_ = false;
   previousLine_.clear();
@@ -101,13 +84,16 @@ void Recorder::Start(const RecorderOptions& options, WindowHandle ownWindow) {
   lastMove_.clear();
   mouseKeyHeld_ = false;
   clickKeyHeld_ = false;
+  hookKeys_ = {};
+  hookPresses_ = {};
+  writtenPresses_ = {};
   reference_ = clock_.PerformanceCounter();
 }
 
 bool Recorder::Excluded(int vk) const {
-  if (std::ranges::find(kExcludedKeys, vk) != std::end(kExcludedKeys)) return true;
+  if (IsNeverRecorded(vk)) return true;
   if (vk == options_.recKeyMouse || vk == options_.recKeyClick) return true;
-  return IsButton(vk) && !options_.mouse && !clickKeyHeld_;
+  return IsMouseButton(vk) && !options_.mouse && !clickKeyHeld_;
 }
 
 Point Recorder::Position(bool pumpFirst) {
@@ -119,10 +105,8 @@ Point Recorder::Position(bool pumpFirst) {
   return windows_.ScreenToClient(windows_.Foreground(), screen);
 }
 
-std::string Recorder::ButtonLine(int vk, bool down) {
-  const Point p = Position(down && vk == kVkLeftButton);
-  return std::string(1, ButtonLetter(vk)) + (options_.mouCl ? "MouCl" : "Mouse") +
-         (down ? " Down " : " Up ") + Coordinates(p);
+std::string Recorder::SampledButtonLine(int vk, bool down) {
+  return ButtonLine(vk, down, options_.mouCl, Position(down && vk == kVkLeftButton));
 }
 
 std::string Recorder::ReleaseLine() {
@@ -130,7 +114,7 @@ std::string Recorder::ReleaseLine() {
     Tracked& t = tracked_[i];
     if (!t.recordedDown || t.downNow) continue;
     t.recordedDown = false;
-    return IsButton(t.vk) ? ButtonLine(t.vk, false) : std::string(kTrackedKeys[i].upLine);
+    return IsMouseButton(t.vk) ? SampledButtonLine(t.vk, false) : std::string(ModifierUpLine(t.vk));
   }
   return {};
 }
@@ -150,6 +134,7 @@ std::string Recorder::Stop() {
 std::string Recorder::Tick() {
   for (Tracked& t : tracked_) t.downNow = false;
   std::string line;
+  int pressed = 0;  // the key of a press line
   const std::uint32_t lastInput = input_.LastInputTick();
   const bool quiet = looked_ && !anyDown_ && lastInput == lastInput_;
   if (!quiet) {
@@ -163,7 +148,10 @@ std::string Recorder::Tick() {
     if (Excluded(vk)) continue;
     const auto t = std::ranges::find(tracked_, vk, &Tracked::vk);
     if (t == tracked_.end()) {
-      if (std::string word = WordFromKeyCode(vk); !word.empty()) line = std::move(word);
+      if (std::string word = WordFromKeyCode(vk); !word.empty()) {
+        line = std::move(word);
+        pressed = vk;
+      }
       continue;
     }
     t->downNow = true;
@@ -172,7 +160,8 @@ std::string Recorder::Tick() {
     if (vk == kVkLeftButton && ownWindow_ != 0 && windows_.Foreground() == ownWindow_) return {};
     if (t->recordedDown) continue;  // only the press edge is written
     t->recordedDown = true;
-    line = IsButton(vk) ? ButtonLine(vk, true) : WordFromKeyCode(vk);
+    line = IsMouseButton(vk) ? SampledButtonLine(vk, true) : WordFromKeyCode(vk);
+    pressed = vk;
   }
   if (line.empty()) line = ReleaseLine();
 
@@ -181,23 +170,21 @@ std::string Recorder::Tick() {
   if (line != previousLine_) written_ = false;
   if (line.empty() || written_) return {};
   std::string out = Write(line);
+  if (pressed != 0) ++writtenPresses_[static_cast<std::size_t>(pressed)];
   written_ = true;
   previousLine_ = std::move(line);
   return out;
 }
 
 std::string Recorder::Write(std::string_view line) {
-  std::string out;
+  std::int64_t elapsedMs = 0;
   if (options_.time) {
     const std::int64_t now = clock_.PerformanceCounter();
     const std::int64_t frequency = std::max<std::int64_t>(1, clock_.PerformanceFrequency());
-    const std::int64_t elapsedMs = (now - reference_) * kMsPerSecond / frequency;
-    if (elapsedMs > kLongestDroppedWaitMs) out += std::to_string(elapsedMs) + kLineEnd;
+    elapsedMs = (now - reference_) * kMsPerSecond / frequency;
     reference_ = now;
   }
-  out += line;
-  out += kLineEnd;
-  return out;
+  return TimedLine(line, options_.time, elapsedMs);
 }
 
 std::string Recorder::WindowTick() {
@@ -218,9 +205,8 @@ std::string Recorder::WindowTick() {
 std::string Recorder::OnMouseMove(Point screen) {
   if (!options_.move && !mouseKeyHeld_) return {};
   std::string line =
-      options_.mouCl
-          ? "MouClPos" + Coordinates(windows_.ScreenToClient(windows_.Foreground(), screen))
-          : "MousePos" + Coordinates(screen);
+      MoveLine(options_.mouCl,
+               options_.mouCl ? windows_.ScreenToClient(windows_.Foreground(), screen) : screen);
   // The hook reports a move for every pixel and for some events in place;
   // a position is written once.
   if (line == lastMove_) return {};
@@ -230,7 +216,7 @@ std::string Recorder::OnMouseMove(Point screen) {
 
 std::string Recorder::OnWheel(int delta) {
   if (delta == 0) return {};
-  return Write("Wheel " + std::to_string(delta));
+  return Write(WheelLine(delta));
 }
 
 void Recorder::OnKey(int vk, int message, bool altDown) {
@@ -244,6 +230,24 @@ void Recorder::OnKey(int vk, int message, bool altDown) {
     else if (down || up)
       *held = down;
   }
+}
+
+void Recorder::CountHookKey(int vk, int message, bool count) {
+  if (!hookKeys_.Take(vk, message) || !count) return;
+  if (Excluded(vk) || WordFromKeyCode(vk).empty()) return;
+  // A hotkey's press, such as the record key ending the recording, is the
+  // program's own and not the user's work.
+  if (IsHotkeyPress(options_.hotkeys, hookKeys_.Modifiers(), vk)) return;
+  ++hookPresses_[static_cast<std::size_t>(vk)];
+}
+
+int Recorder::UnrecordedPresses() const {
+  int missed = 0;
+  // A key held when the hooks came is written without the hook seeing its
+  // press: a key's count does not go below zero.
+  for (std::size_t vk = 0; vk < hookPresses_.size(); ++vk)
+    missed += std::max(0, hookPresses_[vk] - writtenPresses_[vk]);
+  return missed;
 }
 
 }  // namespace kx

@@ -6,8 +6,10 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "input/input_port.h"
+#include "recorder/hook_keys.h"
 #include "recorder/hook_port.h"
 #include "sys/clock_port.h"
 #include "sys/window_port.h"
@@ -25,6 +27,9 @@ struct RecorderOptions {
   bool stamp = false;   // a date-time comment before each "W" line
   int recKeyMouse = 0;  // held: pointer moves are recorded even without `move`
   int recKeyClick = 0;  // held: mouse buttons are recorded even without `mouse`
+  // The program's hotkeys: their presses belong to the program, not to the
+  // recording (the hook sees them before the system takes them).
+  std::vector<HotkeyCombo> hotkeys;
 };
 
 // `time` only counts where the machine has the performance counter.
@@ -59,6 +64,14 @@ class Recorder {
   std::string OnWheel(int delta);
   void OnKey(int vk, int message, bool altDown);
 
+  // The keyboard hook's presses that no tick wrote, for the user to learn
+  // what sampling loses: a press counts when it could have given a line (a
+  // named key, not excluded, no hotkey), and the presses a tick wrote of a
+  // key are taken off that key's count. `count` false: the event only keeps
+  // the held keys right.
+  void CountHookKey(int vk, int message, bool count = true);
+  int UnrecordedPresses() const;
+
  private:
   struct Tracked {
     int vk;
@@ -67,7 +80,7 @@ class Recorder {
   };
   bool Excluded(int vk) const;
   Point Position(bool pumpFirst);
-  std::string ButtonLine(int vk, bool down);
+  std::string SampledButtonLine(int vk, bool down);
   std::string ReleaseLine();
   std::string Write(std::string_view line);
 
@@ -89,6 +102,9 @@ class Recorder {
   std::string lastMove_;
   bool mouseKeyHeld_ = false;
   bool clickKeyHeld_ = false;
+  HookKeyState hookKeys_;
+  std::array<int, 256> hookPresses_{};
+  std::array<int, 256> writtenPresses_{};
 };
 
 }  // namespace kx

@@ -12,7 +12,7 @@ using enum SettingWriter;
 
 // The keys of setting.ini, in the order start-up reads them. "EndNotifer" is
 // spelled so on purpose: existing files use that name.
-constexpr std::array<SettingKey, 50> kKeys = {{
+constexpr std::array<SettingKey, 52> kKeys = {{
     {"HotkeyPlayMod", kInt, 0, kOptionsDialog, &Settings::hotkeyPlayMod},
     {"HotkeyPlay", kInt, 19, kOptionsDialog, &Settings::hotkeyPlay},
     {"Time", kBool, 0, kShutdown, &Settings::time},
@@ -59,6 +59,8 @@ constexpr std::array<SettingKey, 50> kKeys = {{
     {"DevToolsPort", kInt, 9222, kOptionsDialog, &Settings::devToolsPort},
     {"Browser", kString, 0, kOptionsDialog, &Settings::browser},
     {"BrowserWaitMs", kInt, 30000, kOptionsDialog, &Settings::browserWaitMs},
+    {"PreciseRec", kBool, 0, kMenuToggle, &Settings::preciseRec},
+    {"HotkeyReleaseMs", kInt, 1000, kOptionsDialog, &Settings::hotkeyReleaseMs},
     {"WatchX", kInt, 0, kShutdown, &Settings::watchX},
     {"WatchY", kInt, 0, kShutdown, &Settings::watchY},
     {"WatchW", kInt, 0, kShutdown, &Settings::watchW},

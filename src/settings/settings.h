@@ -64,6 +64,12 @@ struct Settings {
   int devToolsPort = 9222;    // the loopback port page commands reach Chromium browsers on
   std::string browser;        // full path of the automation browser; empty: Edge, else Chrome
   int browserWaitMs = 30000;  // how long a browser line waits for its page
+  // Recording takes key and button edges from the low-level hooks, in order,
+  // instead of sampling the key states.
+  bool preciseRec = false;
+  // A play started by a hotkey with modifiers waits at most this long for
+  // them to be let go; 0 starts at once.
+  int hotkeyReleaseMs = 1000;
   // The variable watch's window in twips; a width of 0: never placed, it
   // opens beside the main window.
   int watchX = 0;
@@ -80,7 +86,9 @@ enum class SettingType {
 };
 
 // Who writes a key back to the file.
-enum class SettingWriter { kOptionsDialog, kShutdown, kStartUp };
+// kMenuToggle: a menu check written as soon as it is toggled, so that a
+// fresh start and shutdown write the file as they always have.
+enum class SettingWriter { kOptionsDialog, kShutdown, kStartUp, kMenuToggle };
 
 struct SettingKey {
   std::string_view name;

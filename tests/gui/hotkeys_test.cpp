@@ -2,6 +2,8 @@
 // hotkey does when it arrives, idle and during a play.
 #include <gtest/gtest.h>
 
+#include <optional>
+
 #include "gui_fixture.h"
 
 namespace kx::test {
@@ -105,6 +107,53 @@ TEST_F(HotkeysTest, PerMacroHotkeyPlaysItsFileAndPutsTheEditorTextBack) {
   EXPECT_EQ(view.text, "mine");
   controller.PlayMacroFileAsHotkey("/m/gone.ksx");
   EXPECT_EQ(sim.trace().Events().size(), events);
+}
+
+TEST(HotkeyRelease, AHotkeyPlayWaitsUntilItsModifiersAreLetGo) {
+  constexpr int kScheduled = 0;  // a scheduled run of the same file: no hotkey
+  struct Case {
+    const char* ini;
+    int hotkey;
+    int releaseAtMs;  // -1: held on
+    int startsAtMs;
+  };
+  // The first case gives the play's own time to its first key; the others
+  // count from there.
+  const Case cases[] = {
+      {"", kScheduled, 300, 0},
+      {"", 512, 300, 300},  // Ctrl+Shift+1 held 300 ms
+      {"", 512, -1, 1000},  // held on: at most a second
+      {"HotkeyReleaseMs=0\r\n", 512, 300, 0},
+      {"", kHotkeyPlay, 300, 300},  // the Play hotkey Ctrl+P
+  };
+  std::optional<std::int64_t> playStartMs;
+  for (const Case& c : cases) {
+    SCOPED_TRACE(testing::Message() << c.ini << c.hotkey << " " << c.releaseAtMs);
+    GuiFixture f;
+    f.WriteIni(std::string(c.ini) +
+               "HotkeyPlayMod=2\r\nHotkeyPlay=80\r\nHotkey=49|6|Shift + Ctrl + 1|/m/abc.ksx\r\n");
+    f.controller.StartUp();
+    f.folders.Add("/m/abc.ksx", "key abc");
+    f.view.SetEditorText("key abc");
+    const std::int64_t start = f.sim.NowMs();
+    f.sim.SetKeyDown(16, true);
+    f.sim.SetKeyDown(17, true);
+    if (c.releaseAtMs >= 0)
+      f.DuringPlay(start + c.releaseAtMs, [&] {
+        f.sim.SetKeyDown(16, false);
+        f.sim.SetKeyDown(17, false);
+      });
+    // The held hotkey repeats meanwhile: the repeats start nothing.
+    if (c.hotkey != kScheduled) f.sim.ScheduleHotkey(start + 100, c.hotkey);
+    if (c.hotkey == kScheduled)
+      f.controller.PlayMacroFileAsHotkey("/m/abc.ksx");
+    else
+      f.controller.OnHotkey(c.hotkey);
+    const auto keys = f.sim.trace().OfKind("keys");
+    ASSERT_EQ(keys.size(), 3u);
+    if (!playStartMs) playStartMs = keys.front().t - start;
+    EXPECT_NEAR(static_cast<double>(keys.front().t - start - *playStartMs), c.startsAtMs, 2);
+  }
 }
 
 TEST_F(HotkeysTest, DuringAPlayThePlayAndPerMacroHotkeysStopIt) {

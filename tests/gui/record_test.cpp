@@ -162,6 +162,57 @@ TEST_F(RecordTest, RecordingIsRefusedDuringAPlayAndAPlayEndsARecording) {
   EXPECT_EQ(sim.trace().OfKind("beep").size(), 6u);
 }
 
+TEST_F(RecordTest, PreciseRecWritesEveryHookEdgeInOrderAndTheStoppingHotkeyIsNotOne) {
+  Start("PreciseRec=-1\r\nMove=0\r\n");
+  EXPECT_TRUE(Checked("PreciseRec"));
+  controller.OnHotkey(gui::kHotkeyRecord);
+  // Typed within a few milliseconds of each other, a 5 ms click between:
+  // nothing reaches the editor before the sampling timer's tick.
+  for (const int vk : {kA, 66}) {
+    recorderHooks.Press(vk, true);
+    sim.Sleep(3);
+  }
+  recorderHooks.Press(kA, false);
+  recorderHooks.Press(66, false);
+  sim.SetCursorPos({300, 200});
+  recorderHooks.Press(1, true);
+  sim.Sleep(5);
+  recorderHooks.Press(1, false);
+  EXPECT_EQ(view.text, "");
+  controller.OnTimer(Timer::kRecorder);
+  EXPECT_EQ(view.text, "A\r\nB\r\nLMouse Down (300,200)\r\nLMouse Up (300,200)\r\n");
+  // A key typed just before F11 ends the recording; F11 itself does not.
+  recorderHooks.Press(67, true);
+  recorderHooks.Key(122, kMsgKeyDown);
+  controller.OnHotkey(gui::kHotkeyRecord);
+  EXPECT_FALSE(controller.recording());
+  EXPECT_EQ(view.text, "A\r\nB\r\nLMouse Down (300,200)\r\nLMouse Up (300,200)\r\nC\r\n");
+  EXPECT_EQ(view.status, "");
+}
+
+TEST_F(RecordTest, SamplingSaysHowManyPressesItLostAndPreciseRecFallsBackWithoutHooks) {
+  Start();
+  controller.OnHotkey(gui::kHotkeyRecord);
+  for (const int vk : {kA, 66, kA}) {
+    recorderHooks.Press(vk, true);
+    recorderHooks.Press(vk, false);
+  }
+  Sample(kA);
+  controller.OnHotkey(gui::kHotkeyRecord);
+  EXPECT_EQ(view.text, "A\r\n");
+  EXPECT_EQ(view.status, "2 個のキー操作を記録できませんでした (高精度記録(&P) で記録できます)");
+
+  // Switched on from the menu: written to the file at once.
+  controller.OnMenuCommand(MenuId(Command::kToggleOption, "PreciseRec"));
+  EXPECT_NE(IniText().find("PreciseRec=-1"), std::string::npos);
+  view.SetEditorText("");
+  recorderHooks.refuse = true;
+  controller.OnHotkey(gui::kHotkeyRecord);
+  EXPECT_EQ(view.status, "高精度記録に必要なフックを使えないため、通常の方法で記録しています");
+  Sample(kA);
+  EXPECT_EQ(view.text, "A\r\n");
+}
+
 TEST_F(RecordTest, RecSwitchRecordsAndShutdownRemovesTheHooksAndSavesTheText) {
   for (const auto& [linkage, file] : {std::pair{"8", "Rec.ksx"}, std::pair{"9", "Rec.txt"}}) {
     SCOPED_TRACE(file);

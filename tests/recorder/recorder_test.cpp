@@ -237,11 +237,42 @@ TEST_F(RecorderTest, PointerMovesAndWheelFromTheHooks) {
   EXPECT_EQ(recorder.OnMouseMove({202, 100}), "");
 }
 
+TEST_F(RecorderTest, TheKeyboardHookCountsThePressesNoTickWrote) {
+  RecorderOptions options;
+  options.recKeyClick = kC;
+  options.hotkeys = {{0, 122}};  // F11
+  Begin(options);
+  auto hook = [&](int vk, bool down) { recorder.CountHookKey(vk, down ? kMsgKeyDown : kMsgKeyUp); };
+  // A and B typed within one tick: the tick writes B only.
+  hook(kA, true), hook(kB, true), hook(kA, false), hook(kB, false);
+  Tick({kA, kB});
+  // A held and repeating, written once: no loss.
+  hook(kA, true), hook(kA, true), hook(kA, true);
+  Tick({kA}), Tick({kA}), hook(kA, false), Tick({});
+  // Unnamed, excluded and record keys, and the record hotkey, were never
+  // to be written; an event not to be counted still keeps the keys right.
+  for (int vk : {255, 16, 240, kC, 122}) hook(vk, true), hook(vk, false);
+  recorder.CountHookKey(kB, kMsgKeyDown, false);
+  recorder.CountHookKey(kB, kMsgKeyUp, false);
+  EXPECT_EQ(text, "B\r\nA\r\n");
+  EXPECT_EQ(recorder.UnrecordedPresses(), 1);
+  // LShift tapped between two ticks is lost too.
+  hook(kLShift, true), hook(kLShift, false);
+  EXPECT_EQ(recorder.UnrecordedPresses(), 2);
+}
+
 TEST(SimRecorderHooks, EventsReachTheSinkOnlyWhileInstalled) {
   struct Sink final : RecorderHookSink {
-    void OnHookMouseMove(Point p) override { events.push_back("move " + std::to_string(p.x)); }
-    void OnHookWheel(int d) override { events.push_back("wheel " + std::to_string(d)); }
-    void OnHookKey(int vk, int, bool) override { events.push_back("key " + std::to_string(vk)); }
+    void OnHookMouseMove(Point p, std::uint32_t) override {
+      events.push_back("move " + std::to_string(p.x));
+    }
+    void OnHookWheel(int d, std::uint32_t) override {
+      events.push_back("wheel " + std::to_string(d));
+    }
+    void OnHookKey(const HookKey& k) override { events.push_back("key " + std::to_string(k.vk)); }
+    void OnHookButton(const HookButton& b) override {
+      events.push_back("button " + std::to_string(b.vk) + (b.down ? " down" : " up"));
+    }
     std::vector<std::string> events;
   } sink;
   sim::SimSystem sim;
@@ -251,9 +282,11 @@ TEST(SimRecorderHooks, EventsReachTheSinkOnlyWhileInstalled) {
   hooks.MoveMouse({2, 2});
   hooks.TurnWheel(120);
   hooks.Key(65, kMsgKeyDown);
+  hooks.Press(kLButton, true);
   hooks.Remove();
   hooks.TurnWheel(120);
-  EXPECT_EQ(sink.events, (std::vector<std::string>{"move 2", "wheel 120", "key 65"}));
+  EXPECT_EQ(sink.events,
+            (std::vector<std::string>{"move 2", "wheel 120", "key 65", "button 1 down"}));
 }
 
 }  // namespace

@@ -15,11 +15,12 @@ constexpr int kNotch = 120;
 constexpr WORD kF13 = VK_F13;  // a key no window here acts on
 
 struct Sink final : RecorderHookSink {
-  void OnHookMouseMove(Point) override { ++moves; }
-  void OnHookWheel(int delta) override { wheels.push_back(delta); }
-  void OnHookKey(int vk, int message, bool) override {
-    if (vk == kF13) keys.push_back(message);
+  void OnHookMouseMove(Point, std::uint32_t) override { ++moves; }
+  void OnHookWheel(int delta, std::uint32_t) override { wheels.push_back(delta); }
+  void OnHookKey(const HookKey& key) override {
+    if (key.vk == kF13) keys.push_back(key.message);
   }
+  void OnHookButton(const HookButton&) override {}
   int moves = 0;
   std::vector<int> wheels;
   std::vector<int> keys;
@@ -51,7 +52,7 @@ TEST(Win32RecorderHooks, DeliverWheelAndKeysWhileInstalledOnly) {
   Sink sink;
   {
     Win32RecorderHooks hooks;
-    hooks.Install(sink);
+    EXPECT_TRUE(hooks.Install(sink));
     Inject(-kNotch);
     PumpUntil([&] { return !sink.wheels.empty() && sink.keys.size() >= 2; });
     EXPECT_EQ(sink.wheels, std::vector<int>{-kNotch});

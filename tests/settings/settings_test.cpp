@@ -73,12 +73,13 @@ INSTANTIATE_TEST_SUITE_P(
         DefaultCase{"Y", "0"}, DefaultCase{"W", "5200"}, DefaultCase{"H", "6000"},
         DefaultCase{"UnicodeKeys", "0"}, DefaultCase{"ReleaseHeld", "-1"},
         DefaultCase{"DevToolsPort", "9222"}, DefaultCase{"Browser", ""},
-        DefaultCase{"BrowserWaitMs", "30000"}, DefaultCase{"WatchX", "0"},
+        DefaultCase{"BrowserWaitMs", "30000"}, DefaultCase{"PreciseRec", "0"},
+        DefaultCase{"HotkeyReleaseMs", "1000"}, DefaultCase{"WatchX", "0"},
         DefaultCase{"WatchY", "0"}, DefaultCase{"WatchW", "0"}, DefaultCase{"WatchH", "0"}));
 
 TEST(SettingKeys, ListEveryKeyOnceInTheOrderStartUpReadsThem) {
   const auto keys = SettingKeys();
-  ASSERT_EQ(keys.size(), 50u);
+  ASSERT_EQ(keys.size(), 52u);
   EXPECT_EQ(keys.front().name, "HotkeyPlayMod");
   EXPECT_EQ(keys[21].name, "LoopCnt");
   EXPECT_EQ(keys.back().name, "WatchH");
@@ -184,10 +185,10 @@ TEST(WriteShutdownSettings, WritesLoopCntAndThePlacementOfANormalWindow) {
 TEST(WriteOptionsSettings, WritesTheDialogsKeysOnly) {
   FakeStore store;
   WriteOptionsSettings(store, Settings{});
-  // The options dialog has no control for UnicodeKeys, ReleaseHeld or
-  // BrowserWaitMs; it writes back the values that were read.
-  EXPECT_EQ(store.written.size(), 24u);
-  EXPECT_EQ(store.written.back(), "BrowserWaitMs");
+  // The options dialog has no control for UnicodeKeys, ReleaseHeld,
+  // BrowserWaitMs or HotkeyReleaseMs; it writes back the values that were read.
+  EXPECT_EQ(store.written.size(), 25u);
+  EXPECT_EQ(store.written.back(), "HotkeyReleaseMs");
   EXPECT_EQ(store.written.front(), "HotkeyPlayMod");
   EXPECT_EQ(store.values.count("Mouse"), 0u);
   EXPECT_EQ(store.values["EndNotifer"], "0");

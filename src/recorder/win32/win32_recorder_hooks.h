@@ -20,7 +20,7 @@ class Win32RecorderHooks final : public RecorderHookPort {
   Win32RecorderHooks(const Win32RecorderHooks&) = delete;
   Win32RecorderHooks& operator=(const Win32RecorderHooks&) = delete;
 
-  void Install(RecorderHookSink& sink) override;
+  bool Install(RecorderHookSink& sink) override;
   void Remove() override;
 
  private:
