@@ -48,7 +48,9 @@ class HttpStandIn {
       http::write(socket, response, error);
     });
   }
-  ~HttpStandIn() { thread_.join(); }
+  ~HttpStandIn() {
+    if (thread_.joinable()) thread_.join();
+  }
   int Port() const { return acceptor_.local_endpoint().port(); }
   // Read after the exchange: the thread has ended once the client got its
   // answer or gave up.

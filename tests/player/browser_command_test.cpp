@@ -230,7 +230,7 @@ TEST_P(BrowserLine, EndsWithItsValueItsMessageAndWithinItsWait) {
 }
 
 INSTANTIATE_TEST_SUITE_P(AllOutcomes, BrowserLine, testing::ValuesIn(kCases),
-                         [](const auto& info) { return info.param.name; });
+                         [](const auto& param) { return param.param.name; });
 
 TEST(BrowserLine, ChromePathsActOnTheTabTheLastBrowserLineOpened) {
   PlayFixture f;
