@@ -162,6 +162,11 @@ constexpr auto kMenu = std::to_array<MenuEntry>({
     Item("バックグラウンドクリック(&C)...", "CC命令を作成", kCapture, "cc"),
     Item("自動ログイン(&L)...", "PW命令を作成", kCapture, "pw"),
     Separator(),
+    Item("画面の色を待つ(&X)...", "WaitPixel命令を作成 (Alt+左クリックした点の色)", kCapture,
+         "waitpixel"),
+    Item("画像が出るまで待つ(&Y)...", "WaitImage命令を作成 (Alt+左クリックした所の画像)", kCapture,
+         "waitimage"),
+    Separator(),
     Item("待ち時間の削除(&D)", "マクロから待ち時間の行を削除します", kDeleteWaits),
     End(),
 

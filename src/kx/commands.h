@@ -14,5 +14,6 @@ int Explain(const std::vector<std::string>& args);
 int Lint(const std::vector<std::string>& args);
 int KeyNames(const std::vector<std::string>& args);
 int Page(const std::vector<std::string>& args);
+int FindImage(const std::vector<std::string>& args);
 
 }  // namespace kx::cli

@@ -18,7 +18,8 @@ struct SubCommand {
 };
 
 constexpr SubCommand kSubCommands[] = {
-    {"run", kx::cli::Run, "run --dry [--speed F] [--loops N] [--stop-at MS] FILE"},
+    {"run", kx::cli::Run,
+     "run --dry [--speed F] [--loops N] [--stop-at MS] [--screen FILE[@X,Y]]... FILE"},
     {"eval", kx::cli::Eval,
      "eval [--var NAME=VALUE]... [--now \"YYYY/MM/DD HH:MM:SS\"] [--clipboard TEXT] EXPR"},
     {"detect", kx::cli::Detect, "detect FILE"},
@@ -26,6 +27,8 @@ constexpr SubCommand kSubCommands[] = {
     {"save", kx::cli::Save, "save FILE   (UTF-8 text on standard input)"},
     {"explain", kx::cli::Explain, "explain FILE"},
     {"lint", kx::cli::Lint, "lint [--app-dir DIR] [--unicode-keys] FILE"},
+    {"findimage", kx::cli::FindImage,
+     "findimage SCREEN TEMPLATE [--variation N] [--screen-dpi N]   (prints x,y of the match)"},
     {"keynames", kx::cli::KeyNames, "keynames FILE   (the key-name list shipped with the program)"},
     {"page", kx::cli::Page,
      "page --port N LINE | --dump | --ready | --eval EXPR | --set INDEX VALUE |\n"

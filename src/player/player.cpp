@@ -55,6 +55,7 @@ void Player::sLoopPlay0() {
   blockedReported_ = false;
   input_.TakeBlocked();
   variables_.Clear();
+  found_.reset();
   loops_.clear();
   switchDepth_ = 0;
   switchState_ = 0;

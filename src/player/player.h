@@ -4,6 +4,7 @@
 // its waits pump the message queue.
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -79,6 +80,8 @@ class Player {
   PlayEnd LastEnd() const { return lastEnd_; }
   const VariableTable& Variables() const { return variables_; }
   const CurrentValue& Value() const { return currentValue_; }
+  // The centre of the last pixel or image a screen wait found in this play.
+  const std::optional<Point>& Found() const { return found_; }
 
  private:
   friend class LineRunner;
@@ -104,6 +107,7 @@ class Player {
   Point cursorAtStart_;
   VariableTable variables_;
   CurrentValue currentValue_;
+  std::optional<Point> found_;
   std::vector<LoopFrame> loops_;
   std::int32_t switchDepth_ = 0;
   std::int32_t switchState_ = 0;

@@ -12,6 +12,7 @@
 #include "sys/notify_port.h"
 #include "sys/power_port.h"
 #include "sys/registry_port.h"
+#include "sys/screen_port.h"
 #include "sys/shell_port.h"
 #include "sys/window_port.h"
 
@@ -31,6 +32,7 @@ struct System {
   EnvironmentPort& environment;
   RandomPort& random;
   DocumentPort& documents;
+  ScreenPort& screen;
 };
 
 }  // namespace kx
