@@ -4,6 +4,7 @@
 // texts by rewriting them: it cuts a text into operands and operators,
 // evaluates each operand by calling itself again, and folds the operators.
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -15,10 +16,12 @@ namespace kx {
 
 // What an evaluation may read or show: the variables, and through the ports
 // the clock, the random generator, the clipboard, the input box, the
-// environment and the status bar.
+// environment and the status bar; and where the play's last screen wait
+// found what it waited for (FoundX, FoundY), when there is a play.
 struct EvalEnv {
   const VariableTable& variables;
   System& system;
+  const std::optional<Point>* found = nullptr;
 };
 
 // The diagnostic code the evaluator leaves behind; nothing acts on it.

@@ -123,6 +123,8 @@ constexpr std::array kWords = std::to_array<FunctionEntry>({
     {"RND", WordRnd},
     {"GETCLIP", WordGetClip},
     {"INPUTBOX", WordInputBox},
+    {"FOUNDX", WordFoundX},
+    {"FOUNDY", WordFoundY},
 });
 // Ffc looks for a word only in texts that begin with a letter.
 static_assert(std::all_of(kWords.begin(), kWords.end(), [](const FunctionEntry& e) {

@@ -165,5 +165,7 @@ Value WordTime(const FunctionCall&);
 Value WordRnd(const FunctionCall&);
 Value WordGetClip(const FunctionCall&);
 Value WordInputBox(const FunctionCall&);
+Value WordFoundX(const FunctionCall&);
+Value WordFoundY(const FunctionCall&);
 
 }  // namespace kx

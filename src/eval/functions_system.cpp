@@ -111,5 +111,14 @@ Value WordInputBox(const FunctionCall& c) {
   return Value::String(
       Sys(c).dialogs.InputBox("値を入力して下さい。", "Kestrelix", "").value_or(""));
 }
+// Empty until a screen wait of this play has found something.
+Value WordFoundX(const FunctionCall& c) {
+  const auto* found = c.evaluator.Env().found;
+  return found && *found ? Value::Long((*found)->x) : Value();
+}
+Value WordFoundY(const FunctionCall& c) {
+  const auto* found = c.evaluator.Env().found;
+  return found && *found ? Value::Long((*found)->y) : Value();
+}
 
 }  // namespace kx

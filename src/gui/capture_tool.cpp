@@ -5,6 +5,7 @@
 
 #include "gui/app_info.h"
 #include "gui/capture_path.h"
+#include "gui/screen_capture.h"
 #include "input/key_codes.h"
 #include "page/window_document.h"
 #include "util/scope_exit.h"
@@ -31,6 +32,8 @@ constexpr auto kKinds = std::to_array<KindEntry>({
     {"bc", CaptureKind::kButtonClick},
     {"cc", CaptureKind::kBackgroundClick},
     {"pw", CaptureKind::kPageInput},
+    {"waitpixel", CaptureKind::kPixelColour},
+    {"waitimage", CaptureKind::kImage},
 });
 
 // A script line holds no line break: a multi-line text is cut at its first.
@@ -48,6 +51,7 @@ std::optional<CaptureKind> CaptureKindFor(std::string_view argument) {
 
 void CaptureTool::Open(CaptureKind kind) {
   kind_ = kind;
+  t_.view.ShowImageSize(kind == CaptureKind::kImage);
   // Choosing an item again means capturing for it now: a stopped tool runs.
   if (open_) {
     if (!running_) SetRunning(true);
@@ -139,6 +143,17 @@ std::string CaptureTool::LinesFor(const Target& target) {
                   t_.windows.Title(target.topLevel));
     case CaptureKind::kButtonClick:
       return line("BC " + std::to_string(target.window));
+    case CaptureKind::kPixelColour: {
+      const std::string text = t_.screen ? WaitPixelLineAt(*t_.screen, target.point) : "";
+      return text.empty() ? "" : line(text);
+    }
+    case CaptureKind::kImage: {
+      const std::string text =
+          t_.screen && t_.files
+              ? WaitImageLineAt(*t_.screen, *t_.files, target.point, t_.view.ImageSize())
+              : "";
+      return text.empty() ? "" : line(text);
+    }
     default:
       break;
   }

@@ -19,7 +19,8 @@
 namespace kx::gui {
 
 // The kind of line the tool writes; the numbers are the tool's own
-// selector values (5 is not used).
+// selector values (5 is not used). The last two look at the screen itself,
+// not at the window under the pointer.
 enum class CaptureKind {
   kWindow = 0,
   kGetText = 1,
@@ -28,10 +29,13 @@ enum class CaptureKind {
   kButtonClick = 4,
   kBackgroundClick = 6,
   kPageInput = 7,
+  kPixelColour = 8,  // ピクセル色: the waitpixel line of the pixel under the pointer
+  kImage = 9,        // 画像: a PNG of the square around the pointer and its waitimage line
 };
 
 // The kind a command-menu argument opens the tool for ("w", "gt", "st",
-// "ad", "bc", "cc", "pw"); nothing for another argument.
+// "ad", "bc", "cc", "pw", "waitpixel", "waitimage"); nothing for another
+// argument.
 std::optional<CaptureKind> CaptureKindFor(std::string_view argument);
 
 // The "IP" pairs of the page shown in a window, "name=value / ..."; nothing
@@ -50,6 +54,10 @@ struct CaptureTargets {
   CaptureView& view;
   // Puts a line at the editor's caret.
   std::function<void(std::string_view)> insert;
+  // The screen kinds read the screen and save their PNG in the Macro folder;
+  // without these they write nothing.
+  ScreenPort* screen = nullptr;
+  FilePort* files = nullptr;
 };
 
 class CaptureTool {

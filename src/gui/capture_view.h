@@ -33,6 +33,10 @@ class CaptureView {
   virtual void SetFields(const CaptureFields& fields) = 0;
   // The tool window's handle, which the tool never takes as its target.
   virtual WindowHandle Handle() = 0;
+  // The choice of the image's size, shown only for the image kind.
+  virtual void ShowImageSize(bool shown) = 0;
+  // The size chosen, in pixels at 100% display scale.
+  virtual int ImageSize() = 0;
 };
 
 }  // namespace kx::gui

@@ -29,7 +29,8 @@ MainController::MainController(GuiPorts ports, MainView& view)
       rapid_(ports.system.input, ports.system.clock, *this),
       capture_({ports.system.input, ports.system.windows, ports.system.dialogs,
                 view.CaptureToolView(),
-                [this](std::string_view text) { view_.InsertAtCaret(text); }}),
+                [this](std::string_view text) { view_.InsertAtCaret(text); }, &ports.system.screen,
+                &ports.system.files}),
       recorder_(ports.system.input, ports.system.windows, ports.system.clock),
       precise_(ports.system.input, ports.system.windows, ports.system.clock) {
   // Kind 7 of the capture tool reads the fields of the page under the pointer.

@@ -11,6 +11,7 @@
 #include "kx/commands.h"
 #include "kx/macro_paths.h"
 #include "player/line_gate.h"
+#include "kx/screen_image.h"
 #include "player/player.h"
 #include "sim/play_limits.h"
 #include "sim/sim_system.h"
@@ -39,6 +40,8 @@ constexpr const char* kRunUsage =
     "  --app-dir DIR     the program folder (its Macro folder is searched by mf)\n"
     "  --break N[,N...]  before each of these lines (from 1) trace the variables\n"
     "                    as a debugger's breakpoint would show them, and go on\n"
+    "  --screen FILE[@X,Y]  a monitor showing the PNG or BMP image, its top-left corner\n"
+    "                    at X,Y of the virtual screen (repeatable, one per monitor)\n"
     "  --max-ms MS       end the play past this virtual time (default 86400000)\n"
     "  --max-lines N     end the play past this many lines (default 1000000)\n"
     "  --max-events N    end the play past this many effects (default 1000000)\n";
@@ -155,6 +158,19 @@ int Run(const std::vector<std::string>& args) {
     } else if (a == "--break") {
       const auto v = value();
       if (!v || !ParseBreakLines(*v, breaks.lines())) return RunUsage();
+    } else if (a == "--screen") {
+      const auto v = value();
+      if (!v) return RunUsage();
+      const PlacedImage placed = ParsePlacedImage(*v);
+      auto image = ReadImageFile(placed.file);
+      if (!image) {
+        std::fprintf(stderr, "kx run: cannot read %s as a PNG or BMP image\n", placed.file.c_str());
+        return 1;
+      }
+      const Point at = placed.at;
+      sim.AddMonitor(
+          {Rect{at.x, at.y, at.x + image->image.width, at.y + image->image.height}, image->dpi});
+      sim.ShowImage(std::move(image->image), at);
     } else if (a == "--app-dir") {
       appFolder = value();
       if (!appFolder) return RunUsage();

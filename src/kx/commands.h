@@ -15,5 +15,6 @@ int Lint(const std::vector<std::string>& args);
 int Tidy(const std::vector<std::string>& args);
 int KeyNames(const std::vector<std::string>& args);
 int Page(const std::vector<std::string>& args);
+int FindImage(const std::vector<std::string>& args);
 
 }  // namespace kx::cli

@@ -18,7 +18,8 @@ struct SubCommand {
 };
 
 constexpr SubCommand kSubCommands[] = {
-    {"run", kx::cli::Run, "run --dry [--speed F] [--loops N] [--stop-at MS] FILE"},
+    {"run", kx::cli::Run,
+     "run --dry [--speed F] [--loops N] [--stop-at MS] [--screen FILE[@X,Y]]... FILE"},
     {"eval", kx::cli::Eval,
      "eval [--var NAME=VALUE]... [--now \"YYYY/MM/DD HH:MM:SS\"] [--clipboard TEXT] EXPR"},
     {"detect", kx::cli::Detect, "detect FILE"},
@@ -27,6 +28,8 @@ constexpr SubCommand kSubCommands[] = {
     {"explain", kx::cli::Explain, "explain FILE"},
     {"lint", kx::cli::Lint, "lint [--app-dir DIR] [--unicode-keys] FILE"},
     {"tidy", kx::cli::Tidy, "tidy FILE [--keep-moves] [--min-wait MS]"},
+    {"findimage", kx::cli::FindImage,
+     "findimage SCREEN TEMPLATE [--variation N] [--screen-dpi N]   (prints x,y of the match)"},
     {"keynames", kx::cli::KeyNames, "keynames FILE   (the key-name list shipped with the program)"},
     {"page", kx::cli::Page,
      "page --port N LINE | --dump | --ready | --eval EXPR | --set INDEX VALUE |\n"

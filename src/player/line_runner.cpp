@@ -60,7 +60,7 @@ void LineRunner::Assign(std::string_view raw) {
   const auto eq = raw.find('=');
   const std::string name(basic::Trim(raw.substr(0, eq)));
   const std::string_view expression = basic::Trim(raw.substr(eq + 1));
-  std::string value = EvaluateAssignment(expression, EvalEnv{p_.variables_, sys_});
+  std::string value = EvaluateAssignment(expression, EvalEnv{p_.variables_, sys_, &p_.found_});
   p_.view_.OnAssigned(name, value);
   if (p_.variables_.Set(name, std::move(value))) p_.view_.VariablesChanged();
 }
@@ -168,6 +168,12 @@ void LineRunner::RunForm(const ClassifiedLine& command, std::string_view key) {
       break;
     case LineForm::kPage:
       PageCommand(key, argument);
+      break;
+    case LineForm::kWaitPixel:
+      WaitPixel(argument);
+      break;
+    case LineForm::kWaitImage:
+      WaitImage(argument);
       break;
     case LineForm::kKeys:
       input_.PressKeys(argument);

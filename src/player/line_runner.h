@@ -1,6 +1,7 @@
 #pragma once
 // Runs one line of a pass: classification, block constructs, and every
 // command form. Its methods are spread over files by family of commands.
+#include <functional>
 #include <memory>
 #include <span>
 #include <string>
@@ -11,6 +12,7 @@
 #include "player/macro_line.h"
 #include "player/player.h"
 #include "player/wait.h"
+#include "screen/screen_search.h"
 
 namespace kx {
 
@@ -72,6 +74,11 @@ class LineRunner {
   void WaitWeb();
   void OpenBrowser(std::string_view address);
   std::unique_ptr<PageDocument> PageDocumentOf(std::span<const std::string> path);
+  // Screen waits.
+  void WaitPixel(std::string_view argument);
+  void WaitImage(std::string_view argument);
+  SearchResult WaitOnScreen(double timeoutMs, const std::function<SearchResult()>& check);
+  void EndScreenWait(const SearchResult& result, std::string_view outsideMessage);
 
   // A wait that pumps messages and ends at once when the play is stopped.
   void PumpingWait(double milliseconds) { kx::PumpingWait(sys_.clock, milliseconds, p_.playing_); }

@@ -4,6 +4,7 @@
 #include "page/browser_open.h"
 #include "player/macro_line.h"
 #include "player/wait.h"
+#include "screen/screen_lines.h"
 #include "util/basic_text.h"
 
 namespace kx {
@@ -64,6 +65,31 @@ std::string WaitDetail(std::string_view key) {
   return std::to_string(WaitLengthMs(*ms)) + " ms";
 }
 
+std::string Milliseconds(double ms) {
+  return std::to_string(WaitLengthMs(ms)) + " ms";
+}
+
+std::string WaitPixelDetail(std::string_view argument) {
+  const auto parsed = ParseWaitPixel(argument);
+  if (!parsed.args) return "False at once";
+  const WaitPixelArgs& a = *parsed.args;
+  return "colour " + ColourText(a.colour) + " at " + std::to_string(a.at.x) + "," +
+         std::to_string(a.at.y) + " within " + std::to_string(a.variation) + ", up to " +
+         Milliseconds(a.timeoutMs);
+}
+
+std::string WaitImageDetail(std::string_view argument) {
+  const auto parsed = ParseWaitImage(argument);
+  if (!parsed.args) return "False at once";
+  const WaitImageArgs& a = *parsed.args;
+  std::string out = "image " + a.file + " within " + std::to_string(a.variation) + ", up to " +
+                    Milliseconds(a.timeoutMs);
+  if (a.area)
+    out += ", inside " + std::to_string(a.area->left) + "," + std::to_string(a.area->top) + "," +
+           std::to_string(a.area->right) + "," + std::to_string(a.area->bottom);
+  return out;
+}
+
 }  // namespace
 
 std::vector<ExplainedLine> ExplainMacro(std::string_view text, FilePort& files, InputPort& layout) {
@@ -98,6 +124,12 @@ std::vector<ExplainedLine> ExplainMacro(std::string_view text, FilePort& files, 
           break;
         case LineForm::kBrowser:
           e.detail = BrowserAddress(command.argument).value_or("not an address");
+          break;
+        case LineForm::kWaitPixel:
+          e.detail = WaitPixelDetail(command.argument);
+          break;
+        case LineForm::kWaitImage:
+          e.detail = WaitImageDetail(command.argument);
           break;
         case LineForm::kKeyLine:
           if (i == 0 && key.starts_with("loop")) {

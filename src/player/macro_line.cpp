@@ -14,6 +14,10 @@ bool Is(std::string_view key, std::string_view word) {
 bool Starts(std::string_view key, std::string_view prefix) {
   return key.starts_with(prefix);
 }
+// A command word alone or followed by a blank: "waitpixelx" stays a key line.
+bool IsWord(std::string_view key, std::string_view word) {
+  return key == word || (key.starts_with(word) && key[word.size()] == ' ');
+}
 bool IsAnyOf(std::string_view key, std::initializer_list<std::string_view> words) {
   for (auto w : words)
     if (key == w) return true;
@@ -114,6 +118,12 @@ constexpr std::array kForms = {
                return false;
              },
              LineFrom(3)},
+    // Screen waits: the colour is read from the key, the image's file name
+    // keeps its case.
+    FormTest{LineForm::kWaitPixel, "waitpixel",
+             [](auto k, auto&) { return IsWord(k, "waitpixel"); }, KeyFrom(10)},
+    FormTest{LineForm::kWaitImage, "waitimage",
+             [](auto k, auto&) { return IsWord(k, "waitimage"); }, LineFrom(10)},
     FormTest{LineForm::kKeys, "keys", [](auto k, auto&) { return Starts(k, "keys"); },
              LineFrom(5)},
     FormTest{LineForm::kKey, "key", [](auto k, auto&) { return Starts(k, "key"); }, LineFrom(4)},

@@ -65,6 +65,8 @@ enum class LineForm {
   kPower,
   kDelete,
   kPage,
+  kWaitPixel,
+  kWaitImage,
   kKeys,
   kKey,
   kGoto,

@@ -9,6 +9,8 @@
 #include "input/key_names.h"
 #include "page/browser_open.h"
 #include "player/macro_line.h"
+#include "screen/image_file.h"
+#include "screen/screen_lines.h"
 #include "util/basic_text.h"
 
 namespace kx {
@@ -37,6 +39,9 @@ bool IsOneOf(std::string_view word, const std::array<std::string_view, N>& words
     if (w == word) return true;
   return false;
 }
+
+// What a screen wait with bad arguments does when it runs.
+constexpr const char* kFalseAtOnce = ": 再生するとすぐに False になります";
 
 std::string Quoted(std::string_view text) {
   return "\"" + std::string(text) + "\"";
@@ -111,6 +116,10 @@ class Linter {
                " はアドレスではありません: http://、https://、file:/// などで始めてください "
                "(この行は何も開かず、現在の値は False になります)");
         return;
+      case LineForm::kWaitPixel:
+        return WaitPixelLine(command.argument);
+      case LineForm::kWaitImage:
+        return WaitImageLine(command.argument);
       default:
         return;
     }
@@ -172,6 +181,30 @@ class Linter {
       return;
     Warn("mf: ファイル " + Quoted(name) +
          " がマクロと同じフォルダにもMacroフォルダにもありません: " + "この行は何もしません");
+  }
+
+  void WaitPixelLine(std::string_view argument) {
+    const auto parsed = ParseWaitPixel(argument);
+    if (!parsed.args) Warn(parsed.error + kFalseAtOnce);
+  }
+
+  // The image is looked for as the player looks: as written, beside the
+  // macro, in the Macro folder.
+  void WaitImageLine(std::string_view argument) {
+    const auto parsed = ParseWaitImage(argument);
+    if (!parsed.args) return Warn(parsed.error + kFalseAtOnce);
+    FilePort& files = context_.files;
+    const std::string& name = parsed.args->file;
+    std::optional<std::string> path;
+    for (const std::string& p : {name, JoinPath(files, context_.macroFolder, name),
+                                 JoinPath(files, context_.macroLibrary, name)})
+      if (!path && files.IsFile(p)) path = p;
+    if (!path)
+      return Warn("waitimage: 画像ファイル " + Quoted(name) +
+                  " がマクロと同じフォルダにもMacroフォルダにもありません" + kFalseAtOnce);
+    const auto bytes = files.ReadAll(*path);
+    if (!bytes || !DecodeImage(*bytes))
+      Warn("waitimage: " + Quoted(name) + " はPNGかBMPの画像として読めません" + kFalseAtOnce);
   }
 
   void TypedText(std::string_view text) {

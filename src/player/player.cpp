@@ -59,6 +59,7 @@ void Player::sLoopPlay0() {
   input_.TakeBlocked();
   variables_.Clear();
   browserTab_.clear();
+  found_.reset();
   loops_.clear();
   switchDepth_ = 0;
   switchState_ = 0;

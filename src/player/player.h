@@ -4,6 +4,7 @@
 // its waits pump the message queue.
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -99,6 +100,8 @@ class Player {
   const VariableTable& Variables() const { return variables_; }
   const CurrentValue& Value() const { return currentValue_; }
   const std::vector<LoopFrame>& OpenLoops() const { return loops_; }
+  // The centre of the last pixel or image a screen wait found in this play.
+  const std::optional<Point>& Found() const { return found_; }
 
  private:
   friend class LineRunner;
@@ -127,6 +130,7 @@ class Player {
   // The tab the last browser line of this play opened; page commands with a
   // "chrome" path act on it. Empty: the browser's most recently active tab.
   std::string browserTab_;
+  std::optional<Point> found_;
   std::vector<LoopFrame> loops_;
   std::int32_t switchDepth_ = 0;
   std::int32_t switchState_ = 0;

@@ -24,6 +24,8 @@ class SimCaptureView final : public gui::CaptureView {
   std::string label;
   gui::CaptureFields fields;
   WindowHandle handle = 0;
+  bool imageSizeShown = false;
+  int imageSize = 48;
 
   void Open() override {
     open = true;
@@ -33,6 +35,8 @@ class SimCaptureView final : public gui::CaptureView {
   void SetLabel(std::string_view text) override { label = std::string(text); }
   void SetFields(const gui::CaptureFields& f) override { fields = f; }
   WindowHandle Handle() override { return handle; }
+  void ShowImageSize(bool shown) override { imageSizeShown = shown; }
+  int ImageSize() override { return imageSize; }
 };
 
 // The variable watch: its rows and where it was put.

@@ -60,7 +60,33 @@ SimSystem::SimSystem() {
 
 System SimSystem::Ports() {
   return System{*this, *this, *this, *this, *this, *this, *this,
-                *this, *this, *this, *this, *this, *this, browsers_};
+                *this, *this, *this, *this, *this, *this, browsers_, *this};
+}
+
+// --- screen ---
+
+std::vector<Monitor> SimSystem::Monitors() {
+  if (monitors_.empty()) return {Monitor{Rect{0, 0, 1920, 1080}, kBaseDpi}};
+  return monitors_;
+}
+
+std::optional<PixelView> SimSystem::Capture(const Rect& area) {
+  ++captures_;
+  constexpr Pixel kBlack = 0xFF000000u;
+  captured_ =
+      PixelImage(std::max(0, area.right - area.left), std::max(0, area.bottom - area.top), kBlack);
+  for (const ShownImage& s : shown_) {
+    if (clockUs_ < s.fromUs) continue;
+    const int left = std::max(area.left, s.at.x);
+    const int top = std::max(area.top, s.at.y);
+    const int right = std::min(area.right, s.at.x + s.image.width);
+    const int bottom = std::min(area.bottom, s.at.y + s.image.height);
+    for (int y = top; y < bottom; ++y)
+      for (int x = left; x < right; ++x)
+        if (const Pixel p = s.image.At(x - s.at.x, y - s.at.y); !IsTransparent(p))
+          captured_.At(x - area.left, y - area.top) = p | kBlack;
+  }
+  return captured_.View();
 }
 
 void SimSystem::Record(std::string_view ev, Json fields) {

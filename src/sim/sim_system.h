@@ -42,7 +42,8 @@ class SimSystem final : public InputPort,
                         public FilePort,
                         public EnvironmentPort,
                         public RandomPort,
-                        public DocumentPort {
+                        public DocumentPort,
+                        public ScreenPort {
  public:
   SimSystem();
   System Ports();
@@ -114,6 +115,16 @@ class SimSystem final : public InputPort,
   std::string LastRegeditKey() const { return regeditKey_; }
   // The current user's file classes: each key and its default value.
   const std::map<std::string, std::string>& ClassKeys() const { return classKeys_; }
+  // Monitors of the virtual screen; with none added the screen is one
+  // 1920x1080 monitor at 96 DPI.
+  void AddMonitor(Monitor monitor) { monitors_.push_back(monitor); }
+  // An image shown with its top-left corner at the point from the virtual
+  // time on, above those shown before; the rest of every monitor is black.
+  void ShowImage(PixelImage image, Point at, std::int64_t fromMs = 0) {
+    shown_.push_back({std::move(image), at, fromMs * 1000});
+  }
+  // How many times the screen was read.
+  int Captures() const { return captures_; }
   // Keys whose writes fail, as without the rights to them.
   void RefuseClassKey(std::string subKey) { refusedClassKeys_.insert(std::move(subKey)); }
 
@@ -159,6 +170,10 @@ class SimSystem final : public InputPort,
   // --- DocumentPort ---
   std::unique_ptr<PageDocument> FromWindow(WindowHandle window) override;
   std::unique_ptr<PageDocument> FromDevTools(int port, std::string_view tab) override;
+
+  // --- ScreenPort ---
+  std::vector<Monitor> Monitors() override;
+  std::optional<PixelView> Capture(const Rect& area) override;
 
   // --- ShellPort ---
   bool Open(std::string_view file, std::string_view workingFolder) override;
@@ -221,6 +236,11 @@ class SimSystem final : public InputPort,
   double Next() override;
 
  private:
+  struct ShownImage {
+    PixelImage image;
+    Point at;
+    std::int64_t fromUs;
+  };
   struct PendingHotkey {
     std::int64_t atUs;
     int id;
@@ -269,6 +289,10 @@ class SimSystem final : public InputPort,
       *this, [this](std::string_view ev, Json fields) { Record(ev, std::move(fields)); }};
   std::vector<std::string> documentRequests_;
   std::uint32_t rndSeed_ = 0x50000;
+  std::vector<Monitor> monitors_;
+  std::vector<ShownImage> shown_;
+  PixelImage captured_;
+  int captures_ = 0;
 };
 
 }  // namespace kx::sim

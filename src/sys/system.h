@@ -13,6 +13,7 @@
 #include "sys/notify_port.h"
 #include "sys/power_port.h"
 #include "sys/registry_port.h"
+#include "sys/screen_port.h"
 #include "sys/shell_port.h"
 #include "sys/window_port.h"
 
@@ -33,6 +34,7 @@ struct System {
   RandomPort& random;
   DocumentPort& documents;
   BrowserPort& browser;
+  ScreenPort& screen;
 };
 
 }  // namespace kx

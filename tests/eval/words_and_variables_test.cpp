@@ -28,7 +28,8 @@ TEST(FunctionTable, KeepsTheDispatchOrderWithItsShadowedEntries) {
   std::vector<std::string_view> words;
   for (const auto& w : WordTable()) words.push_back(w.name);
   EXPECT_EQ(words, (std::vector<std::string_view>{"CSRLIN", "ERR", "COMMAND$", "DATE", "INKEY$",
-                                                  "NOW", "TIME", "RND", "GETCLIP", "INPUTBOX"}));
+                                                  "NOW", "TIME", "RND", "GETCLIP", "INPUTBOX",
+                                                  "FOUNDX", "FOUNDY"}));
 }
 
 TEST(FunctionTable, SplitsArgumentsAtCommasOutsideParenthesesEvenInsideQuotes) {

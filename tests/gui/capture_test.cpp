@@ -6,6 +6,7 @@
 #include "gui/capture_path.h"
 #include "gui_fixture.h"
 #include "input/key_codes.h"
+#include "screen/image_file.h"
 
 namespace kx::test {
 
@@ -68,10 +69,11 @@ TEST(CapturePathTest, AnUntitledBasicFormIsCountedLikeAnyOtherWindow) {
 
 TEST(CaptureKindTest, EachCommandItemOpensItsKind) {
   const std::pair<std::string_view, CaptureKind> kinds[] = {
-      {"w", CaptureKind::kWindow},       {"gt", CaptureKind::kGetText},
-      {"st", CaptureKind::kSetText},     {"ad", CaptureKind::kAddText},
-      {"bc", CaptureKind::kButtonClick}, {"cc", CaptureKind::kBackgroundClick},
-      {"pw", CaptureKind::kPageInput},
+      {"w", CaptureKind::kWindow},        {"gt", CaptureKind::kGetText},
+      {"st", CaptureKind::kSetText},      {"ad", CaptureKind::kAddText},
+      {"bc", CaptureKind::kButtonClick},  {"cc", CaptureKind::kBackgroundClick},
+      {"pw", CaptureKind::kPageInput},    {"waitpixel", CaptureKind::kPixelColour},
+      {"waitimage", CaptureKind::kImage},
   };
   for (const auto& [argument, kind] : kinds) {
     ASSERT_TRUE(gui::MenuIdFor(Command::kCapture, argument)) << argument;
@@ -224,6 +226,34 @@ TEST_F(CaptureTest, AWindowWithoutAPathWritesNothingWhateverTheKind) {
     controller.OnCaptureClosed();
   }
   EXPECT_TRUE(sim.trace().OfKind("msgbox").empty());
+}
+
+TEST_F(CaptureTest, TheScreenKindsWriteWaitLinesAndSaveTheImageAroundThePointer) {
+  PixelImage picture(200, 200);
+  for (int y = 0; y < 200; ++y)
+    for (int x = 0; x < 200; ++x)
+      picture.At(x, y) = kAlphaMask | static_cast<Pixel>(x << 16 | y << 8 | (x ^ y));
+  sim.ShowImage(picture, {100, 100});
+  Open("waitpixel");
+  EXPECT_FALSE(view.capture.imageSizeShown);
+  AltClick(inEdit1);
+  EXPECT_EQ(view.text, "WaitPixel 150,150,323200,0,10000\r\n");
+
+  Open("waitimage");
+  EXPECT_TRUE(view.capture.imageSizeShown);
+  view.capture.imageSize = 16;
+  AltClick(inEdit1);
+  AltClick(inEdit2);
+  EXPECT_EQ(view.text,
+            "WaitPixel 150,150,323200,0,10000\r\nWaitImage 画像1.png,0,10000\r\n"
+            "WaitImage 画像2.png,0,10000\r\n");
+  // The square centred on the pointer, at the monitor's DPI.
+  const auto saved = DecodeImage(*sim.ReadAll(sim.AppFolder() + "/Macro/画像1.png"));
+  ASSERT_TRUE(saved);
+  EXPECT_EQ(saved->dpi, 96);
+  ASSERT_EQ(saved->image.width, 16);
+  EXPECT_EQ(saved->image.At(0, 0), picture.At(42, 42));
+  EXPECT_EQ(saved->image.At(15, 15), picture.At(57, 57));
 }
 
 TEST_F(CaptureTest, GetTextAsksForThePathOrThePoint) {

@@ -87,6 +87,12 @@ const FormCase kFormCases[] = {
     {"ad ,,edit", LineForm::kPage},
     {"kk enter,,edit", LineForm::kPage},
     {"waitwebx", LineForm::kKeyLine},
+    // The screen waits: the word alone or followed by a blank.
+    {"waitpixel 1,2,ff0000", LineForm::kWaitPixel},
+    {"waitimage a.png", LineForm::kWaitImage},
+    {"waitimage", LineForm::kWaitImage},
+    {"waitimagex", LineForm::kKeyLine},
+    {"waitpixels 1,2,ff0000", LineForm::kKeyLine},
     {"s", LineForm::kKeyLine},
 };
 

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "screen/image_file.h"
 #include "sim/sim_system.h"
 
 namespace kx {
@@ -142,6 +143,31 @@ TEST_F(MacroLint, MacroFilesAreLookedForBesideTheMacroAndInTheMacroFolder) {
   EXPECT_EQ(Lint({"mf here.ksx", "mf LIBRARY.KSX", "mf /macros/here.ksx"}).size(), 0u);
   EXPECT_NE(Only({"mf missing.ksx"}, 1).find("\"missing.ksx\""), std::string::npos);
   EXPECT_NE(Only({"mf"}, 1).find("ファイル"), std::string::npos);
+}
+
+TEST_F(MacroLint, ScreenWaitsWithBadArgumentsOrNoReadableImage) {
+  const Bytes png = EncodePng(PixelImage(2, 2, 0xFF102030u), 96);
+  sim.AddFile("/kestrelix/Macro/ok.png", std::string(png.begin(), png.end()));
+  sim.AddFile("/macros/text.png", "not an image");
+  EXPECT_EQ(Lint({"waitimage ok.png", "WaitImage ok.png,10,5000,0,0,100,100",
+                  "waitpixel -5,10,#FF0000,3,0"})
+                .size(),
+            0u);
+  const struct {
+    const char* line;
+    const char* warning;
+  } cases[] = {
+      {"waitpixel 1,2,blue", "waitpixel: 色 \"blue\" はRRGGBBの16進数ではありません (例 FF0000)"},
+      {"waitpixel 1,2", "waitpixel: x,y,色[,許容差[,タイムアウト]] の形で書いて下さい"},
+      {"waitimage missing.png",
+       "waitimage: 画像ファイル \"missing.png\" がマクロと同じフォルダにもMacroフォルダにもありま"
+       "せん"},
+      {"waitimage text.png", "waitimage: \"text.png\" はPNGかBMPの画像として読めません"},
+      {"waitimage ok.png,0,100,0,0,100",
+       "waitimage: 検索範囲は 左,上,右,下 の4つの数値で書いて下さい"},
+  };
+  for (const auto& c : cases)
+    EXPECT_EQ(Only({c.line}, 1), std::string(c.warning) + ": 再生するとすぐに False になります");
 }
 
 TEST_F(MacroLint, KeyTextTheJapaneseLayoutCannotType) {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "gui/screen_capture.h"
 #include "gui/win32/dpi.h"
 #include "sys/win32/wide.h"
 #include "sys/win32/win32_windows.h"
@@ -16,6 +17,11 @@ constexpr wchar_t kTitle[] = L"ウィンドウ情報の取得";
 constexpr int kLabelId = 100;
 constexpr int kFirstNameId = 110;
 constexpr int kFirstValueId = 120;
+constexpr int kSizeNameId = 130;
+constexpr int kSizeListId = 131;
+constexpr wchar_t kSizeName[] = L"画像の大きさ";
+// The drop-down list opens this many rows tall.
+constexpr int kSizeListRows = 8;
 
 // The fields' labels, top to bottom.
 constexpr std::array<const wchar_t*, CaptureWindow::kFieldCount> kFieldNames = {
@@ -36,8 +42,9 @@ constexpr DWORD kExStyle = WS_EX_TOOLWINDOW | WS_EX_TOPMOST | WS_EX_NOACTIVATE;
 
 int ClientHeightDips() {
   constexpr int rows = static_cast<int>(CaptureWindow::kFieldCount);
-  return kMarginDips + kRowHeightDips + kLabelGapDips + rows * kRowHeightDips +
-         (rows - 1) * kRowGapDips + kMarginDips;
+  // The fields, then the row of the image's size.
+  return kMarginDips + kRowHeightDips + kLabelGapDips + (rows + 1) * kRowHeightDips +
+         rows * kRowGapDips + kMarginDips;
 }
 
 }  // namespace
@@ -57,6 +64,18 @@ bool CaptureWindow::Create() {
     names_[i].Create({hwnd(), kFirstNameId + static_cast<int>(i), kFieldNames[i]}, kLabel);
     values_[i].Create({hwnd(), kFirstValueId + static_cast<int>(i), L""}, kReadOnlyBox);
   }
+  sizeName_.Create({hwnd(), kSizeNameId, kSizeName}, kLabel);
+  sizeList_ = ::CreateWindowExW(0, WC_COMBOBOXW, L"", WS_CHILD | WS_TABSTOP | CBS_DROPDOWNLIST, 0,
+                                0, 0, 0, hwnd(), reinterpret_cast<HMENU>(kSizeListId),
+                                ::GetModuleHandleW(nullptr), nullptr);
+  for (const int size : gui::kCaptureImageSizes) {
+    const std::wstring text = std::to_wstring(size) + L" x " + std::to_wstring(size);
+    const auto index =
+        ::SendMessageW(sizeList_, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text.c_str()));
+    ::SendMessageW(sizeList_, CB_SETITEMDATA, static_cast<WPARAM>(index), size);
+    if (size == gui::kDefaultCaptureImageSize)
+      ::SendMessageW(sizeList_, CB_SETCURSEL, static_cast<WPARAM>(index), 0);
+  }
   ApplyFonts();
   Place();
   return true;
@@ -72,6 +91,8 @@ void CaptureWindow::ApplyFonts() {
     set(names_[i].hwnd());
     set(values_[i].hwnd());
   }
+  set(sizeName_.hwnd());
+  set(sizeList_);
 }
 
 void CaptureWindow::Place() {
@@ -109,6 +130,10 @@ void CaptureWindow::Layout() {
                  TRUE);
     y += row + Scale(kRowGapDips, dpi);
   }
+  ::MoveWindow(sizeName_.hwnd(), margin, y, nameWidth, row, TRUE);
+  // A drop-down list's height is that of its open list.
+  ::MoveWindow(sizeList_, margin + nameWidth, y, Scale(kNameWidthDips, dpi), row * kSizeListRows,
+               TRUE);
 }
 
 void CaptureWindow::Open() {
@@ -133,6 +158,18 @@ void CaptureWindow::SetFields(const gui::CaptureFields& fields) {
 
 WindowHandle CaptureWindow::Handle() {
   return FromHwnd(hwnd());
+}
+
+void CaptureWindow::ShowImageSize(bool shown) {
+  if (!hwnd() && !Create()) return;
+  ::ShowWindow(sizeName_.hwnd(), shown ? SW_SHOWNA : SW_HIDE);
+  ::ShowWindow(sizeList_, shown ? SW_SHOWNA : SW_HIDE);
+}
+
+int CaptureWindow::ImageSize() {
+  const auto index = sizeList_ ? ::SendMessageW(sizeList_, CB_GETCURSEL, 0, 0) : CB_ERR;
+  if (index == CB_ERR) return gui::kDefaultCaptureImageSize;
+  return static_cast<int>(::SendMessageW(sizeList_, CB_GETITEMDATA, static_cast<WPARAM>(index), 0));
 }
 
 LRESULT CaptureWindow::HandleMessage(UINT msg, WPARAM wp, LPARAM lp) {

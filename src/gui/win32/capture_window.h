@@ -29,6 +29,8 @@ class CaptureWindow final : public WindowBase, public gui::CaptureView {
   void SetLabel(std::string_view text) override;
   void SetFields(const gui::CaptureFields& fields) override;
   WindowHandle Handle() override;
+  void ShowImageSize(bool shown) override;
+  int ImageSize() override;
 
  protected:
   LRESULT HandleMessage(UINT msg, WPARAM wp, LPARAM lp) override;
@@ -44,6 +46,9 @@ class CaptureWindow final : public WindowBase, public gui::CaptureView {
   TextLine label_;
   std::array<TextLine, kFieldCount> names_;
   std::array<TextLine, kFieldCount> values_;
+  // The image kind's size: a label and a drop-down list of sizes.
+  TextLine sizeName_;
+  HWND sizeList_ = nullptr;
   unique_hfont font_;
 };
 

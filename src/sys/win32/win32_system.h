@@ -11,6 +11,7 @@
 #include "sys/win32/win32_notify.h"
 #include "sys/win32/win32_power.h"
 #include "sys/win32/win32_registry.h"
+#include "sys/win32/win32_screen.h"
 #include "sys/win32/win32_shell.h"
 #include "sys/win32/win32_windows.h"
 
@@ -26,7 +27,8 @@ class Win32System {
 
   System Ports() {
     return System{input_, windows_,  shell_, clipboard_,   dialogs_, clock_,     notify_,
-                  power_, registry_, files_, environment_, random_,  documents_, browser_};
+                  power_, registry_, files_, environment_, random_,  documents_, browser_,
+                  screen_};
   }
   Win32Notify& notify() { return notify_; }
   Win32Clock& clock() { return clock_; }
@@ -46,6 +48,7 @@ class Win32System {
   Win32Random random_;
   Win32Documents documents_;
   Win32Browser browser_;
+  Win32Screen screen_;
 };
 
 }  // namespace kx::win32
