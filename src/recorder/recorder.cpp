@@ -121,11 +121,10 @@ std::string Recorder::ReleaseLine() {
 
 std::string Recorder::Stop() {
   std::string out;
-  for (std::size_t i = 0; i < tracked_.size(); ++i) {
-    Tracked& t = tracked_[i];
+  for (Tracked& t : tracked_) {
     if (!t.recordedDown) continue;
     t.recordedDown = false;
-    out += IsButton(t.vk) ? ButtonLine(t.vk, false) : std::string(kTrackedKeys[i].upLine);
+    out += IsMouseButton(t.vk) ? SampledButtonLine(t.vk, false) : std::string(ModifierUpLine(t.vk));
     out += kLineEnd;
   }
   return out;
