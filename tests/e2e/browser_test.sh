@@ -54,15 +54,6 @@ printf '@start /unix /usr/bin/bash %s %%*\r\n' "$WORK/chromium.sh" >"$app/chromi
 write_ini() {
   { printf '\xff\xfe'; printf '[Macro]\r\n%s' "$1" | iconv -f UTF-8 -t UTF-16LE; } >"$app/setting.ini"
 }
-start_app() {
-  (cd "$app" && wine Kestrelix.exe >/dev/null 2>&1) &
-  E2E_PIDS+=($!)
-  robot_await "the main window" "${main[@]}" --timeout 30 >/dev/null
-}
-close_app() {
-  robot close --all "${main[@]}" >/dev/null
-  robot_await_gone "the main window" --all "${main[@]}" --timeout 30
-}
 play() { # lines...
   local text="" line
   for line in "$@"; do text+="${text:+$'\r\n'}$line"; done

@@ -18,15 +18,6 @@ cp "$BIN/Kestrelix.exe" "$app/"
 set_dpi() { wine reg add 'HKCU\Control Panel\Desktop' /v LogPixels /t REG_DWORD /d "$1" /f >/dev/null 2>&1; }
 trap 'status=$?; set_dpi 96; (exit $status); e2e_finish' EXIT
 
-start_app() {
-  (cd "$app" && wine Kestrelix.exe >/dev/null 2>&1) &
-  E2E_PIDS+=($!)
-  robot_await "the main window" "${main[@]}" --timeout 30 >/dev/null
-}
-close_app() {
-  robot close --all "${main[@]}" >/dev/null
-  robot_await_gone "the main window" --all "${main[@]}" --timeout 30
-}
 # Keys given in the main window, as a user presses them there.
 press_in_main() {
   robot focus "${editor[@]}" >/dev/null

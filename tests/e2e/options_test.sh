@@ -25,17 +25,6 @@ write_ini() {
 }
 ini_text() { iconv -f UTF-16 -t UTF-8 "$app/setting.ini" | tr -d '\r'; }
 
-start_app() {
-  (cd "$app" && wine Kestrelix.exe >/dev/null 2>&1) &
-  E2E_PIDS+=($!)
-  robot_await "the main window" "${main[@]}" --timeout 30 >/dev/null
-}
-
-close_app() {
-  robot close --all "${main[@]}" >/dev/null
-  robot_await_gone "the main window" --all "${main[@]}" --timeout 30
-}
-
 # Opens the dialog from the menu: 設定(&O), オプション画面表示(&O)... The keys
 # reach the window only once Wine has taken the focus change: a try that
 # left the menu shut is repeated.

@@ -52,3 +52,15 @@ robot_expect_text_contains() {
   robot wait-text --contains "$part" "$@" >/dev/null ||
     fail "$what: expected text with [$part], got [$(robot get-text "$@" 2>/dev/null)]"
 }
+
+# Kestrelix.exe started in the test's program folder $app, and closed again;
+# the caller's array `main` holds the robot options that find its window.
+start_app() {
+  (cd "$app" && wine Kestrelix.exe >/dev/null 2>&1) &
+  E2E_PIDS+=($!)
+  robot_await "the main window" "${main[@]}" --timeout 30 >/dev/null
+}
+close_app() {
+  robot close --all "${main[@]}" >/dev/null
+  robot_await_gone "the main window" --all "${main[@]}" --timeout 30
+}
